@@ -1,0 +1,47 @@
+# One function for a folder of the program, one for a test program.
+
+# velmora_library(NAME DEPENDS … [PRIVATE_DEPENDS …]): a static library of all sources in the folder it is called in.
+# Its headers are included from src/ ("core/app_settings.h"); it sees those of its DEPENDS and no others.
+function(velmora_library name)
+    cmake_parse_arguments(ARG "" "" "DEPENDS;PRIVATE_DEPENDS" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS "*.cpp")
+    list(FILTER sources EXCLUDE REGEX "/pch\\.cpp$")
+    add_library(${name} STATIC ${sources})
+    target_include_directories(${name} PUBLIC "${PROJECT_BINARY_DIR}/include/${name}")
+    velmora_expose_folder(${name})
+    target_link_libraries(${name} PUBLIC ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE_DEPENDS})
+    if(TARGET velmora_pch)
+        target_precompile_headers(${name} REUSE_FROM velmora_pch)
+    endif()
+endfunction()
+
+# Gives a target an include path that holds its own folder alone, so that an include of a folder it doesn't link fails.
+function(velmora_expose_folder name)
+    file(RELATIVE_PATH folder "${PROJECT_SOURCE_DIR}/src" "${CMAKE_CURRENT_SOURCE_DIR}")
+    set(root "${PROJECT_BINARY_DIR}/include/${name}")
+    get_filename_component(parent "${root}/${folder}" DIRECTORY)
+    file(MAKE_DIRECTORY "${parent}")
+    file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}" "${root}/${folder}" SYMBOLIC)
+endfunction()
+
+# velmora_test(NAME LABEL unit|adapters|e2e DEPENDS … [DESKTOP] [TIMEOUT seconds]): a GoogleTest program of all sources
+# in the folder it is called in, and its CTest entry. With DESKTOP it runs inside a virtual desktop of its own.
+function(velmora_test name)
+    cmake_parse_arguments(ARG "DESKTOP" "LABEL;TIMEOUT" "DEPENDS" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS "*.cpp")
+    add_executable(${name} ${sources})
+    target_link_libraries(${name} PRIVATE ${ARG_DEPENDS} velmora_test_support)
+    if(TARGET velmora_test_pch)
+        target_precompile_headers(${name} REUSE_FROM velmora_test_pch)
+    endif()
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    if(ARG_DESKTOP)
+        add_test(NAME ${name}
+            COMMAND "${PROJECT_SOURCE_DIR}/scripts/virtual-desktop" -- $<TARGET_FILE:${name}>)
+    else()
+        add_test(NAME ${name} COMMAND ${name})
+    endif()
+    set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT})
+endfunction()

@@ -1,0 +1,1 @@
+// Present so that the folder is a library from the first day.
