@@ -11,6 +11,8 @@ if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE Release)
 endif()
 
+# libpulse asks for _REENTRANT, and a precompiled header serves only targets that agree about it.
+add_compile_options(-pthread)
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     # moc writes a semicolon behind Q_OBJECT's last member, and QCoro's awaiters hide a member of their base.
