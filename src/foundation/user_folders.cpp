@@ -1,0 +1,24 @@
+#include "foundation/user_folders.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace velmora {
+
+QString applicationSupportFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Velmora");
+}
+
+QString defaultsPath() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/Velmora/defaults.json");
+}
+
+QString resourcePath(const QString& name) {
+    const QString program = QCoreApplication::applicationDirPath();
+    const QString beside = program + QLatin1Char('/') + name;
+    return QFileInfo::exists(beside) ? beside : program + QStringLiteral("/../share/velmora/") + name;
+}
+
+} // namespace velmora

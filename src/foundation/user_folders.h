@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+namespace velmora {
+
+/// $XDG_DATA_HOME/Velmora. Not made here.
+[[nodiscard]] QString applicationSupportFolder();
+/// The user-defaults file, $XDG_CONFIG_HOME/Velmora/defaults.json.
+[[nodiscard]] QString defaultsPath();
+/// A file that ships with the program: beside the program in a build folder, else under ../share/velmora.
+[[nodiscard]] QString resourcePath(const QString& name);
+
+} // namespace velmora
