@@ -1,0 +1,2 @@
+#include "backend/account_session.h"
+#include "backend/dictate_service.h"
