@@ -1,0 +1,157 @@
+#include "core/audio_recorder.h"
+
+#include "core/level_meter.h"
+#include "core/pcm16.h"
+
+#include <QFile>
+#include <QPointer>
+
+namespace velmora {
+
+// What the audio thread works with. It is taken down on the main thread, after the engine has promised that
+// the tap runs no more, so it needs no lock.
+class AudioRecorder::Capture {
+public:
+    Capture(std::unique_ptr<AudioFile> file, std::unique_ptr<AudioConverter> converter, PcmChunk onPcmChunk)
+        : m_file(std::move(file))
+        , m_converter(std::move(converter))
+        , m_onPcmChunk(std::move(onPcmChunk)) {}
+
+    void process(const AudioBuffer& buffer) {
+        // Nobody could act on a failure here: the buffer is lost and the recording goes on.
+        try {
+            deliver(m_converter->convert(buffer));
+        } catch (const Error&) {
+        }
+    }
+
+    void finish() {
+        try {
+            deliver(m_converter->flush());
+        } catch (const Error&) {
+        }
+    }
+
+private:
+    void deliver(const std::vector<float>& samples) {
+        if (samples.empty())
+            return;
+        if (m_onPcmChunk)
+            m_onPcmChunk(toPcm16(samples));
+        m_file->write(samples);
+    }
+
+    std::unique_ptr<AudioFile> m_file;
+    std::unique_ptr<AudioConverter> m_converter;
+    PcmChunk m_onPcmChunk;
+};
+
+AudioRecorder::AudioRecorder(MainLoop& loop, const UserDefaults& defaults, AudioEngine& engine,
+                             AudioCodec& codec, QString temporaryFolder, QObject* parent)
+    : QObject(parent)
+    , m_loop(loop)
+    , m_defaults(defaults)
+    , m_engine(engine)
+    , m_codec(codec)
+    , m_temporaryFolder(std::move(temporaryFolder)) {}
+
+AudioRecorder::~AudioRecorder() {
+    m_engine.removeTap();
+}
+
+QString AudioRecorder::start() {
+    if (m_isRecording)
+        return m_lastFileURL.value_or(QString());
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(m_loop.date()).time_since_epoch().count();
+    const QString path = QStringLiteral("%1/velmora-%2.m4a").arg(m_temporaryFolder).arg(seconds);
+    m_lastFileURL = path;
+    startEngine(path);
+    return path;
+}
+
+void AudioRecorder::startEngine(const QString& path) {
+    if (m_engine.authorization() != MicrophoneAuthorization::Authorized)
+        throw AudioDeviceError(AudioDeviceError::MicNotAuthorized{});
+    chooseInput();
+    const AudioFormat inputFormat = m_engine.inputFormat();
+    if (inputFormat.sampleRate <= 0)
+        throw AudioDeviceError(AudioDeviceError::EngineUnavailable{});
+    m_capture = std::make_shared<Capture>(
+        openFile(path), m_codec.makeMonoConverter(inputFormat, targetFormat.sampleRate), onPcmChunk);
+    m_engine.installTap([this, capture = m_capture](const AudioBuffer& buffer) {
+        m_loop.post([self = QPointer(this), level = levelOf(buffer)] {
+            if (self)
+                self->publishLevel(level);
+        });
+        capture->process(buffer);
+    });
+    try {
+        m_engine.start();
+    } catch (const Error&) {
+        m_engine.removeTap();
+        m_capture.reset();
+        QFile::remove(path);
+        throw;
+    }
+    m_startedAt = m_loop.now();
+    m_isRecording = true;
+    Q_EMIT isRecordingChanged();
+}
+
+// A chosen microphone that has gone means recording from the system's default, without a word.
+void AudioRecorder::chooseInput() {
+    m_engine.useDefaultInput();
+    const QString uniqueID = m_defaults.string(QStringLiteral("micUniqueID")).value_or(QString());
+    if (uniqueID.isEmpty())
+        return;
+    try {
+        m_engine.setInputDevice(uniqueID);
+    } catch (const AudioDeviceError&) {
+        m_engine.useDefaultInput();
+    }
+}
+
+std::unique_ptr<AudioFile> AudioRecorder::openFile(const QString& path) {
+    for (const int bitRate : {64000, 48000, 32000}) {
+        try {
+            return m_codec.openForWriting(path, {targetFormat, bitRate, std::nullopt});
+        } catch (const Error&) {
+        }
+    }
+    constexpr int highQuality = 96;
+    return m_codec.openForWriting(path, {targetFormat, std::nullopt, highQuality});
+}
+
+void AudioRecorder::publishLevel(float level) {
+    if (!m_isRecording)
+        return;
+    m_level = level;
+    m_levels.erase(m_levels.begin());
+    m_levels.push_back(level);
+    Q_EMIT levelsChanged();
+}
+
+void AudioRecorder::stop() {
+    if (!m_isRecording)
+        return;
+    m_engine.removeTap();
+    m_engine.stop();
+    m_capture->finish();
+    m_capture.reset();
+    m_lastDuration = m_startedAt ? std::chrono::duration<double>(m_loop.now() - *m_startedAt).count() : 0;
+    m_isRecording = false;
+    m_level = 0;
+    std::ranges::fill(m_levels, 0.0F);
+    Q_EMIT isRecordingChanged();
+    Q_EMIT levelsChanged();
+}
+
+void AudioRecorder::prewarm() {
+    if (m_isRecording || m_engine.authorization() != MicrophoneAuthorization::Authorized)
+        return;
+    chooseInput();
+    (void)m_engine.inputFormat();
+    m_engine.prepare();
+}
+
+} // namespace velmora

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "backend/account_session.h"
+#include "backend/dictate_service.h"
+#include "foundation/error.h"
+
+namespace velmora::test {
+
+/// A backend whose replies the test gives event by event.
+class FakeDictateService final : public DictateService {
+public:
+    [[nodiscard]] AsyncStream<DictateEvent> dictate(QString audioFile, QString mimeType) override {
+        requests.append(audioFile);
+        mimeTypes.append(mimeType);
+        auto [stream, producer] = AsyncStream<DictateEvent>::make();
+        m_reply.emplace(std::move(producer));
+        return std::move(stream);
+    }
+
+    void status(const QString& stage) { m_reply->yield(dictate_event::Status{stage}); }
+    void chunk(const QString& delta) { m_reply->yield(dictate_event::Chunk{delta}); }
+    void done(const QString& text) { m_reply->yield(dictate_event::Done{text, 0}); }
+    void error(const QString& code, const QString& message) {
+        m_reply->yield(dictate_event::Error{code, message});
+    }
+    void finish() { m_reply->finish(); }
+    void fail(const QString& description) { m_reply->fail(std::make_exception_ptr(PlainError(description))); }
+
+    QStringList requests;
+    QStringList mimeTypes;
+
+private:
+    std::optional<AsyncStream<DictateEvent>::Producer> m_reply;
+};
+
+/// A signed-in account that notes what is asked of it; with `holdRefresh` the early refresh waits for
+/// release().
+class FakeAccountSession final : public AccountSession {
+public:
+    [[nodiscard]] bool isLoggedIn() const override { return loggedIn; }
+    Task<> ensureFreshToken() override {
+        ++freshTokenCalls;
+        if (holdRefresh)
+            co_await m_released.next();
+    }
+    Task<> refreshMe() override {
+        ++refreshMeCalls;
+        co_return;
+    }
+    void release() { m_release.yield(0); }
+
+    bool loggedIn = true;
+    bool holdRefresh = false;
+    int freshTokenCalls = 0;
+    int refreshMeCalls = 0;
+
+private:
+    std::pair<AsyncStream<int>, AsyncStream<int>::Producer> m_gate = AsyncStream<int>::make();
+    AsyncStream<int>& m_released = m_gate.first;
+    AsyncStream<int>::Producer& m_release = m_gate.second;
+};
+
+} // namespace velmora::test

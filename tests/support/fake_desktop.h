@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/key_poster.h"
+#include "platform/pasteboard.h"
+#include "platform/sound_player.h"
+#include "platform/workspace.h"
+
+#include <QStringList>
+
+namespace velmora::test {
+
+/// The pasteboard, the keyboard and a document of the application in front, which pastes at once.
+class FakeDesktop final : public Pasteboard, public KeyPoster {
+public:
+    [[nodiscard]] std::optional<QString> string() override { return clipboard; }
+    void clearContents() override {
+        clipboard.reset();
+        hasImage = false;
+    }
+    void setString(const QString& text) override { clipboard = text; }
+    void postPasteChord() override {
+        ++chords;
+        pasted.append(clipboard.value_or(QString()));
+    }
+
+    std::optional<QString> clipboard;
+    bool hasImage = false;
+    QStringList pasted; ///< one entry a chord
+    int chords = 0;
+};
+
+class FakeSoundPlayer final : public SoundPlayer {
+public:
+    void play(const QString& name, float volume) override { played.emplace_back(name, volume); }
+
+    std::vector<std::pair<QString, float>> played;
+};
+
+class FakeWorkspace final : public Workspace {
+public:
+    [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override { return front; }
+    bool openURL(const QUrl& url) override {
+        opened.append(url);
+        return true;
+    }
+
+    std::optional<RunningApplication> front;
+    QList<QUrl> opened;
+};
+
+} // namespace velmora::test

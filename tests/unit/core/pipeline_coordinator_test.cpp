@@ -1,0 +1,442 @@
+#include "core/pipeline_coordinator.h"
+#include "foundation/log.h"
+#include "support/fake_audio.h"
+#include "support/fake_backend.h"
+#include "support/fake_desktop.h"
+#include "support/hand_loop.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+using namespace std::chrono_literals;
+using namespace velmora;
+using namespace velmora::test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+using testing::SizeIs;
+namespace state = velmora::pipeline_state;
+
+namespace {
+
+const QString denied = QStringLiteral("Нет доступа к микрофону. Разрешите его в Системных настройках.");
+const QString tooShort = QStringLiteral("Слишком коротко — удерживайте клавишу дольше");
+const QString emptyReply = QStringLiteral("Пустой ответ от сервера. Попробуйте ещё раз.");
+const QString diverged =
+    QStringLiteral("Velmora: dictate done diverged from streamed text — skipping residual");
+
+class PipelineCoordinatorTest : public testing::Test {
+protected:
+    PipelineCoordinatorTest() {
+        QObject::connect(&pipeline, &PipelineCoordinator::stateChanged,
+                         [this](const PipelineState& state) { states.push_back(state); });
+        desktop.clipboard = QStringLiteral("моё");
+        workspace.front = RunningApplication{QStringLiteral("Mousepad"), QStringLiteral("org.xfce.mousepad")};
+    }
+
+    /// A recording of one second up to the open request.
+    void dictate() {
+        pipeline.startRecording();
+        loop.advance(850ms);
+        pipeline.stopAndProcess();
+        loop.advance(150ms);
+        states.clear();
+    }
+    /// A dictation that the server has answered with `pieces` so far.
+    void dictateWithChunks(const QStringList& pieces) {
+        dictate();
+        for (const QString& piece : pieces)
+            server.chunk(piece);
+    }
+    void serverDone(const QString& text) {
+        server.done(text);
+        server.finish();
+        loop.runPosted();
+    }
+
+    [[nodiscard]] bool isIdle() const { return std::holds_alternative<state::Idle>(pipeline.state()); }
+    [[nodiscard]] bool isRecording() const {
+        return std::holds_alternative<state::Recording>(pipeline.state());
+    }
+    [[nodiscard]] QString errorShown() const {
+        const auto* error = std::get_if<state::Error>(&pipeline.state());
+        return error ? error->message : QString();
+    }
+    [[nodiscard]] bool fileExists() const {
+        return QFile::exists(recorder.lastFileURL().value_or(QString()));
+    }
+
+    QStringList lines;
+    LogCapture capture{[this](const QString& line) { lines.append(line); }};
+    HandLoop loop;
+    QTemporaryDir folder;
+    UserDefaults defaults{folder.filePath(QStringLiteral("d.json"))};
+    AppSettings settings{defaults};
+    FakeAudioEngine engine;
+    FakeAudioCodec codec;
+    AudioRecorder recorder{loop, defaults, engine, codec, folder.path()};
+    HistoryStore history{folder.filePath(QStringLiteral("Velmora"))};
+    FakeDictateService server;
+    FakeAccountSession account;
+    FakeDesktop desktop;
+    TextInjector injector{loop, desktop, desktop};
+    FakeSoundPlayer player;
+    SoundCue sounds{settings, player};
+    FakeWorkspace workspace;
+    PipelineCoordinator pipeline{
+        {loop, recorder, settings, history, server, account, injector, sounds, workspace}};
+    std::vector<PipelineState> states;
+};
+
+} // namespace
+
+TEST_F(PipelineCoordinatorTest, Start_RecordsWithTheCueAndWarmsTheTokenUp) {
+    pipeline.startRecording();
+    EXPECT_EQ(pipeline.state(), PipelineState(state::Recording{0}));
+    EXPECT_TRUE(recorder.isRecording());
+    EXPECT_THAT(player.played, ElementsAre(Pair(QStringLiteral("Tink"), 0.35F)));
+    EXPECT_EQ(account.freshTokenCalls, 1);
+}
+
+TEST_F(PipelineCoordinatorTest, Recording_ElapsedTicksTenTimesASecond) {
+    pipeline.startRecording();
+    loop.advance(300ms);
+    EXPECT_THAT(states,
+                ElementsAre(PipelineState(state::Recording{0}), PipelineState(state::Recording{0.1}),
+                            PipelineState(state::Recording{0.2}), PipelineState(state::Recording{0.3})));
+}
+
+TEST_F(PipelineCoordinatorTest, Dictation_WithChunks_GoesThroughTheStatesInOrder) {
+    dictate();
+    server.status(QStringLiteral("recognising"));
+    server.chunk(QStringLiteral("Привет"));
+    server.status(QStringLiteral("cleaning"));
+    server.chunk(QStringLiteral(", мир"));
+    serverDone(QStringLiteral("Привет, мир."));
+    EXPECT_THAT(states, ElementsAre(PipelineState(state::Cleaning{}), PipelineState(state::Idle{})));
+    EXPECT_EQ(desktop.pasted,
+              (QStringList{QStringLiteral("Привет"), QStringLiteral(", мир"), QStringLiteral(".")}));
+}
+
+TEST_F(PipelineCoordinatorTest, Dictation_CleaningStageBeforeText_ShowsCleaningOnce) {
+    dictate();
+    EXPECT_EQ(pipeline.state(), PipelineState(state::Transcribing{}));
+    server.status(QStringLiteral("cleaning"));
+    server.chunk(QStringLiteral("a"));
+    EXPECT_THAT(states, ElementsAre(PipelineState(state::Cleaning{})));
+}
+
+TEST_F(PipelineCoordinatorTest, Dictation_Finished_KeepsTheHistoryPlaysPopAndDeletesTheFile) {
+    dictate();
+    EXPECT_TRUE(fileExists());
+    serverDone(QStringLiteral("Текст."));
+    ASSERT_THAT(history.items(), SizeIs(1));
+    const HistoryItem& item = history.items().front();
+    EXPECT_EQ(item.rawText, QStringLiteral("Текст."));
+    EXPECT_EQ(item.cleanedText, QStringLiteral("Текст."));
+    EXPECT_DOUBLE_EQ(item.durationSec, 1.0);
+    EXPECT_EQ(item.date, loop.date());
+    EXPECT_EQ(item.appName, QStringLiteral("Mousepad"));
+    EXPECT_EQ(item.appBundleId, QStringLiteral("org.xfce.mousepad"));
+    EXPECT_EQ(pipeline.lastResult(), item);
+    EXPECT_EQ(player.played.back().first, QStringLiteral("Pop"));
+    EXPECT_FALSE(fileExists());
+    EXPECT_TRUE(isIdle());
+    EXPECT_EQ(account.refreshMeCalls, 1);
+}
+
+TEST_F(PipelineCoordinatorTest, Dictation_IdleReported_FileAlreadyGoneAndHistoryThere) {
+    bool fileGone = false;
+    bool inHistory = false;
+    dictate();
+    QObject::connect(&pipeline, &PipelineCoordinator::stateChanged, [&] {
+        fileGone = !fileExists();
+        inHistory = !history.items().empty();
+    });
+    serverDone(QStringLiteral("Текст."));
+    EXPECT_TRUE(fileGone);
+    EXPECT_TRUE(inHistory);
+}
+
+TEST_F(PipelineCoordinatorTest, Dictation_WithoutChunks_IsPastedInOnePieceAndTheClipboardPutBack) {
+    dictate();
+    serverDone(QStringLiteral("Целиком."));
+    EXPECT_EQ(desktop.pasted, QStringList{QStringLiteral("Целиком.")});
+    loop.advance(180ms);
+    EXPECT_EQ(desktop.clipboard, QStringLiteral("моё"));
+}
+
+TEST_F(PipelineCoordinatorTest, Dictation_UploadsTheRecordingAsM4a) {
+    dictate();
+    EXPECT_EQ(server.requests, QStringList{*recorder.lastFileURL()});
+    EXPECT_EQ(server.mimeTypes, QStringList{QStringLiteral("audio/m4a")});
+}
+
+TEST_F(PipelineCoordinatorTest, TailAfterStop_StillBelongsToTheRecording) {
+    pipeline.startRecording();
+    loop.advance(1s);
+    pipeline.stopAndProcess();
+    loop.advance(149ms);
+    EXPECT_TRUE(recorder.isRecording());
+    EXPECT_TRUE(isRecording());
+    loop.advance(1ms);
+    EXPECT_FALSE(recorder.isRecording());
+    EXPECT_DOUBLE_EQ(recorder.lastDuration(), 1.15);
+}
+
+TEST_F(PipelineCoordinatorTest, SecondStopInTheTail_DoesNothingMore) {
+    pipeline.startRecording();
+    loop.advance(1s);
+    pipeline.stopAndProcess();
+    loop.advance(100ms);
+    pipeline.stopAndProcess();
+    loop.advance(1s);
+    EXPECT_THAT(server.requests, SizeIs(1));
+}
+
+TEST_F(PipelineCoordinatorTest, PressInTheTailOrTheTokenWait_IsDropped) {
+    account.holdRefresh = true;
+    pipeline.startRecording();
+    loop.advance(1s);
+    pipeline.stopAndProcess();
+    pipeline.startRecording();
+    loop.advance(150ms);
+    EXPECT_TRUE(isRecording()); // the early refresh hasn't come back
+    EXPECT_THAT(server.requests, IsEmpty());
+    pipeline.startRecording();
+    EXPECT_EQ(engine.starts, 1);
+}
+
+TEST_F(PipelineCoordinatorTest, TokenComesBack_TheUploadBegins) {
+    account.holdRefresh = true;
+    pipeline.startRecording();
+    account.holdRefresh = false;
+    loop.advance(1s);
+    account.holdRefresh = true;
+    pipeline.stopAndProcess();
+    loop.advance(150ms);
+    account.release();
+    account.release();
+    loop.runPosted();
+    EXPECT_EQ(pipeline.state(), PipelineState(state::Transcribing{}));
+    EXPECT_THAT(server.requests, SizeIs(1));
+}
+
+TEST_F(PipelineCoordinatorTest, PressDuringTranscribingCleaningOrError_HasNoEffectNorHasItsRelease) {
+    dictate();
+    const auto pressAndRelease = [this] {
+        const PipelineState before = pipeline.state();
+        pipeline.startRecording();
+        pipeline.stopAndProcess();
+        loop.advance(500ms);
+        EXPECT_EQ(pipeline.state(), before);
+        EXPECT_EQ(engine.starts, 1);
+    };
+    pressAndRelease();
+    server.chunk(QStringLiteral("a"));
+    pressAndRelease();
+    server.error(QStringLiteral("x"), QStringLiteral("y"));
+    pressAndRelease();
+    EXPECT_EQ(desktop.pasted, QStringList{QStringLiteral("a")});
+}
+
+TEST_F(PipelineCoordinatorTest, RecordingOf399ms_IsTooShort) {
+    pipeline.startRecording();
+    loop.advance(249ms);
+    pipeline.stopAndProcess();
+    loop.advance(150ms);
+    EXPECT_EQ(errorShown(), tooShort);
+    EXPECT_FALSE(fileExists());
+    EXPECT_THAT(server.requests, IsEmpty());
+    EXPECT_THAT(player.played, SizeIs(1)); // the starting cue alone
+}
+
+TEST_F(PipelineCoordinatorTest, RecordingOfExactly400ms_GoesToTheBackend) {
+    pipeline.startRecording();
+    loop.advance(250ms);
+    pipeline.stopAndProcess();
+    loop.advance(150ms);
+    EXPECT_THAT(server.requests, SizeIs(1));
+}
+
+TEST_F(PipelineCoordinatorTest, Done_EqualToTheStreamedText_AddsNothingAndClosesTheSession) {
+    dictateWithChunks({QStringLiteral("Привет")});
+    serverDone(QStringLiteral("Привет"));
+    EXPECT_EQ(desktop.pasted, QStringList{QStringLiteral("Привет")});
+    EXPECT_THAT(lines, IsEmpty());
+    loop.advance(180ms);
+    EXPECT_EQ(desktop.clipboard, QStringLiteral("моё"));
+}
+
+TEST_F(PipelineCoordinatorTest, Done_ExtendsTheStreamedText_PastesOnlyTheExtension) {
+    dictateWithChunks({QStringLiteral("При"), QStringLiteral("вет")});
+    serverDone(QStringLiteral("Привет всем."));
+    EXPECT_EQ(desktop.pasted.last(), QStringLiteral(" всем."));
+    EXPECT_EQ(desktop.pasted.size(), 3);
+}
+
+TEST_F(PipelineCoordinatorTest, Done_DiffersInside_PastesNothingMoreAndTheHistoryHoldsIt) {
+    dictateWithChunks({QStringLiteral("превед")});
+    serverDone(QStringLiteral("Привет"));
+    EXPECT_EQ(desktop.pasted, QStringList{QStringLiteral("превед")});
+    EXPECT_EQ(lines, QStringList{diverged});
+    EXPECT_EQ(history.items().front().rawText, QStringLiteral("Привет"));
+    loop.advance(180ms);
+    EXPECT_EQ(desktop.clipboard, QStringLiteral("моё"));
+}
+
+TEST_F(PipelineCoordinatorTest, LaterDone_ReplacesTheEarlierText) {
+    dictate();
+    server.done(QStringLiteral("раз"));
+    serverDone(QStringLiteral("два"));
+    EXPECT_EQ(desktop.pasted, QStringList{QStringLiteral("два")});
+}
+
+TEST_F(PipelineCoordinatorTest, ChunksAndNoDone_AnEmptyReplyWithTheSessionLeftOpen) {
+    dictateWithChunks({QStringLiteral("кусок")});
+    server.finish();
+    loop.runPosted();
+    EXPECT_EQ(errorShown(), emptyReply);
+    EXPECT_THAT(history.items(), IsEmpty());
+    EXPECT_FALSE(fileExists());
+    loop.advance(6s);
+    EXPECT_EQ(desktop.clipboard, QStringLiteral("кусок"));
+    dictateWithChunks({QStringLiteral("снова")});
+    serverDone(QStringLiteral("снова"));
+    loop.advance(180ms);
+    EXPECT_EQ(desktop.clipboard, QStringLiteral("моё"));
+}
+
+TEST_F(PipelineCoordinatorTest, EmptyReply_MicrophoneTakenAwayMeanwhile_SaysSo) {
+    dictate();
+    engine.authorizationStatus = MicrophoneAuthorization::Denied;
+    serverDone(QString());
+    EXPECT_EQ(errorShown(), denied);
+}
+
+TEST_F(PipelineCoordinatorTest, ErrorEvent_IsShownAsCodeAndMessage) {
+    dictateWithChunks({QStringLiteral("кусок")});
+    server.error(QStringLiteral("asr_failed"), QStringLiteral("Не распознано"));
+    EXPECT_EQ(errorShown(), QStringLiteral("Ошибка: asr_failed: Не распознано"));
+    EXPECT_FALSE(fileExists());
+    EXPECT_THAT(history.items(), IsEmpty());
+    loop.advance(1s);
+    EXPECT_EQ(desktop.clipboard, QStringLiteral("кусок"));
+}
+
+TEST_F(PipelineCoordinatorTest, StreamFails_IsShownWithItsDescription) {
+    dictate();
+    server.fail(QStringLiteral("Сессия истекла. Войдите снова."));
+    loop.runPosted();
+    EXPECT_EQ(errorShown(), QStringLiteral("Ошибка: Сессия истекла. Войдите снова."));
+    EXPECT_FALSE(fileExists());
+}
+
+TEST_F(PipelineCoordinatorTest, NotSignedIn_RecordsAndSaysSoAtTheEnd) {
+    account.loggedIn = false;
+    pipeline.startRecording();
+    EXPECT_TRUE(isRecording());
+    loop.advance(1s);
+    pipeline.stopAndProcess();
+    loop.advance(150ms);
+    EXPECT_EQ(errorShown(), QStringLiteral("Войдите в аккаунт в настройках"));
+    EXPECT_FALSE(fileExists());
+    EXPECT_THAT(server.requests, IsEmpty());
+}
+
+TEST_F(PipelineCoordinatorTest, MicrophoneDeniedOrRestricted_SaysSoAndRecordsNothing) {
+    for (const auto status : {MicrophoneAuthorization::Denied, MicrophoneAuthorization::Restricted}) {
+        engine.authorizationStatus = status;
+        pipeline.startRecording();
+        EXPECT_EQ(errorShown(), denied);
+        loop.advance(6s);
+        EXPECT_TRUE(isIdle());
+    }
+    EXPECT_EQ(engine.starts, 0);
+}
+
+TEST_F(PipelineCoordinatorTest, MicrophoneNotDetermined_GrantedAsksToPressAgain) {
+    engine.authorizationStatus = MicrophoneAuthorization::NotDetermined;
+    pipeline.startRecording();
+    EXPECT_EQ(errorShown(), QStringLiteral("Доступ к микрофону выдан — нажмите ещё раз"));
+    EXPECT_EQ(engine.prepares, 1);
+    EXPECT_EQ(engine.starts, 0);
+    loop.advance(6s);
+    EXPECT_TRUE(isIdle());
+}
+
+TEST_F(PipelineCoordinatorTest, MicrophoneNotDetermined_RefusedSaysNoAccess) {
+    engine.authorizationStatus = MicrophoneAuthorization::NotDetermined;
+    engine.answer = false;
+    pipeline.startRecording();
+    EXPECT_EQ(errorShown(), denied);
+    EXPECT_EQ(engine.prepares, 0);
+}
+
+TEST_F(PipelineCoordinatorTest, RecorderFails_SaysWhy) {
+    engine.format = {0, 0};
+    pipeline.startRecording();
+    EXPECT_EQ(errorShown(), QStringLiteral("Не удалось начать запись: нет доступного микрофона"));
+    EXPECT_THAT(player.played, IsEmpty());
+}
+
+TEST_F(PipelineCoordinatorTest, Error_ClearsItselfAfterSixSeconds) {
+    engine.authorizationStatus = MicrophoneAuthorization::Denied;
+    pipeline.startRecording();
+    loop.advance(5999ms);
+    EXPECT_EQ(errorShown(), denied);
+    loop.advance(1ms);
+    EXPECT_TRUE(isIdle());
+}
+
+TEST_F(PipelineCoordinatorTest, ErrorSoonAfterAnother_IsEndedByTheFirstOnesReset) {
+    engine.authorizationStatus = MicrophoneAuthorization::NotDetermined;
+    engine.holdAnswers = true;
+    pipeline.startRecording();
+    pipeline.startRecording(); // nothing has been answered, so the state is still idle
+    engine.answer = false;
+    engine.heldAnswers[0].finish();
+    EXPECT_EQ(errorShown(), denied);
+    loop.advance(4s);
+    engine.answer = true;
+    engine.heldAnswers[1].finish();
+    EXPECT_EQ(errorShown(), QStringLiteral("Доступ к микрофону выдан — нажмите ещё раз"));
+    loop.advance(2s);
+    EXPECT_TRUE(isIdle());
+}
+
+TEST_F(PipelineCoordinatorTest, HistoryNamesTheApplicationInFrontAtTheEnd) {
+    dictate();
+    workspace.front = RunningApplication{QStringLiteral("XTerm"), std::nullopt};
+    serverDone(QStringLiteral("a"));
+    EXPECT_EQ(history.items().front().appName, QStringLiteral("XTerm"));
+    EXPECT_EQ(history.items().front().appBundleId, std::nullopt);
+    workspace.front.reset();
+    dictate();
+    serverDone(QStringLiteral("b"));
+    EXPECT_EQ(history.items().front().appName, std::nullopt);
+}
+
+TEST_F(PipelineCoordinatorTest, StopWhileIdle_DoesNothing) {
+    pipeline.stopAndProcess();
+    EXPECT_TRUE(isIdle());
+    EXPECT_EQ(loop.pendingTimers(), 0U);
+}
+
+TEST_F(PipelineCoordinatorTest, CoordinatorGoneWhileTheReplyStreams_TouchesNothingAndDeletesTheFile) {
+    FakeDictateService otherServer;
+    AudioRecorder otherRecorder(loop, defaults, engine, codec, folder.path());
+    auto other = std::make_unique<PipelineCoordinator>(PipelineCoordinator::Neighbours{
+        loop, otherRecorder, settings, history, otherServer, account, injector, sounds, workspace});
+    other->startRecording();
+    loop.advance(1s);
+    other->stopAndProcess();
+    loop.advance(150ms);
+    other.reset();
+    otherServer.chunk(QStringLiteral("late"));
+    loop.advance(10s);
+    EXPECT_THAT(desktop.pasted, IsEmpty());
+    EXPECT_FALSE(QFile::exists(*otherRecorder.lastFileURL()));
+}
