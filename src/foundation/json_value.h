@@ -84,7 +84,7 @@ struct ValueCoder<std::vector<T>> {
         std::vector<T> value;
         const QJsonArray array = json.toArray();
         value.reserve(static_cast<std::size_t>(array.size()));
-        for (const QJsonValue& element : array)
+        for (const QJsonValue element : array)
             value.push_back(ValueCoder<T>::decode(element, dates));
         return value;
     }
