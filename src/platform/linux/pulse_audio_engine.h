@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/audio_engine.h"
+
+namespace velmora {
+
+class PulseCapture;
+class PulseConnection;
+struct PulseSource;
+
+/// Microphones of the sound server; an input's ID is its source's name. The tap runs on the connection's
+/// sound thread, under its lock.
+class PulseAudioEngine final : public AudioEngine {
+public:
+    explicit PulseAudioEngine(PulseConnection& connection);
+    ~PulseAudioEngine() override;
+
+    /// `Authorized` when there is a microphone to be had, else `Denied`: the desktop has no finer rights.
+    [[nodiscard]] MicrophoneAuthorization authorization() override;
+    QCoro::Task<bool> requestAccess() override;
+    [[nodiscard]] std::vector<AudioInput> availableInputs() override;
+    void useDefaultInput() override;
+    /// Leaves the default input in use when it throws.
+    void setInputDevice(const QString& uniqueID) override;
+    [[nodiscard]] AudioFormat inputFormat() override;
+    void prepare() override;
+    void installTap(Tap tap) override;
+    void removeTap() override;
+    void start() override;
+    void stop() override;
+
+private:
+    [[nodiscard]] std::optional<PulseSource> findInput();
+
+    PulseConnection& m_connection;
+    QByteArray m_device; // empty for the default
+    Tap m_tap;
+    std::unique_ptr<PulseCapture> m_capture;
+};
+
+} // namespace velmora
