@@ -1,0 +1,61 @@
+#pragma once
+
+#include "app/app_delegate.h"
+#include "backend/auth_session.h"
+#include "backend/backend_dictate_client.h"
+#include "backend/qt_http_transport.h"
+#include "backend/sign_in.h"
+#include "foundation/info_dictionary.h"
+#include "foundation/qt_main_loop.h"
+#include "platform/linux/ffmpeg_audio_codec.h"
+#include "platform/linux/pulse_audio_engine.h"
+#include "platform/linux/pulse_connection.h"
+#include "platform/linux/pulse_sound_player.h"
+#include "platform/linux/x11_event_tap_factory.h"
+
+namespace velmora {
+
+/// Where text goes in this session: two faces of one thing.
+struct TextTarget {
+    std::unique_ptr<Pasteboard> pasteboard;
+    KeyPoster* keys = nullptr; ///< lives in `pasteboard`
+};
+
+/// Every object of the running program, in the order in which they are made.
+class Application {
+public:
+    Application();
+
+    /// Runs the start sequence, then what the program was started for.
+    void launch(const InstanceCommand& command);
+    void handleCommand(const InstanceCommand& command) { m_delegate.handleCommand(command); }
+
+private:
+    QtMainLoop m_loop;
+    const InfoDictionary m_info = InfoDictionary::load();
+    const QString m_supportFolder;
+    UserDefaults m_defaults;
+    AppSettings m_settings{m_defaults};
+    HistoryStore m_history{m_supportFolder};
+
+    AuthStore m_authStore{m_supportFolder, m_defaults};
+    QtHttpTransport m_transport{m_loop};
+    AuthSession m_session;
+    BackendDictateClient m_dictation{m_transport, m_session};
+
+    PulseConnection m_pulse;
+    PulseAudioEngine m_engine{m_pulse};
+    FfmpegAudioCodec m_codec;
+    AudioRecorder m_recorder;
+    PulseSoundPlayer m_player;
+    SoundCue m_sounds{m_settings, m_player};
+
+    TextTarget m_textTarget;
+    TextInjector m_injector;
+    std::unique_ptr<Workspace> m_workspace;
+    SignIn m_signIn;
+    X11EventTapFactory m_taps;
+    AppDelegate m_delegate;
+};
+
+} // namespace velmora

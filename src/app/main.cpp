@@ -1,0 +1,71 @@
+#include "app/application.h"
+#include "app/command_line.h"
+#include "app/quit_on_signals.h"
+#include "platform/linux/make_instance_link.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+using namespace velmora;
+
+namespace {
+
+constexpr int usageError = 2;
+
+void print(std::FILE* stream, const QString& text) {
+    std::fputs(text.toUtf8().constData(), stream);
+}
+
+/// Becomes the session's instance, or hands the command to the one there is.
+int run(const InstanceCommand& command) {
+    std::unique_ptr<Application> application;
+    const std::unique_ptr<InstanceLink> link = makeInstanceLink();
+    const bool claimed = link->claim([&application](const InstanceCommand& received) {
+        if (application)
+            application->handleCommand(received);
+    });
+    if (!claimed) {
+        if (link->send(command))
+            return EXIT_SUCCESS;
+        print(stderr, QStringLiteral("velmora: an instance is running but does not answer\n"));
+        return EXIT_FAILURE;
+    }
+    const QuitOnSignals quitOnSignals;
+    application = std::make_unique<Application>();
+    application->launch(command);
+    return QCoreApplication::exec();
+}
+
+int send(const InstanceCommand& command) {
+    if (makeInstanceLink()->send(command))
+        return EXIT_SUCCESS;
+    print(stderr, QStringLiteral("velmora: not running\n"));
+    return EXIT_FAILURE;
+}
+
+struct Start {
+    int operator()(const launch::Run& start) const { return run(start.command); }
+    int operator()(const launch::Send& start) const { return send(start.command); }
+    int operator()(const launch::ShowVersion&) const {
+        print(stdout, QStringLiteral("velmora %1\n").arg(QCoreApplication::applicationVersion()));
+        return EXIT_SUCCESS;
+    }
+    int operator()(const launch::ShowHelp&) const {
+        print(stdout, usage());
+        return EXIT_SUCCESS;
+    }
+    int operator()(const launch::Invalid& start) const {
+        print(stderr, QStringLiteral("velmora: can't make sense of \"%1\"; see velmora --help\n").arg(start.argument));
+        return usageError;
+    }
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
+    return std::visit(Start{}, parseCommandLine(QCoreApplication::arguments().mid(1)));
+}
