@@ -1,0 +1,74 @@
+#include "accounts/access_tokens.h"
+
+#include "accounts/base64_url.h"
+
+#include <Poco/JSON/Object.h>
+#include <Poco/JSON/Parser.h>
+#include <sodium.h>
+
+namespace velmora::server {
+
+namespace {
+
+std::int64_t secondsOf(std::chrono::system_clock::time_point time) {
+    return std::chrono::floor<std::chrono::seconds>(time).time_since_epoch().count();
+}
+
+/// Always this one header: a token that names any other algorithm has another first part, and is not ours.
+const std::string& header() {
+    static const auto text = toBase64Url(R"({"alg":"HS256","typ":"JWT"})");
+    return text;
+}
+
+} // namespace
+
+AccessTokens::AccessTokens(const HmacKey& key, Clock clock)
+    : m_key(key)
+    , m_clock(std::move(clock)) {}
+
+std::string AccessTokens::issue(const AccessClaims& claims) const {
+    const auto now = m_clock();
+    Poco::JSON::Object payload;
+    payload.set("sub", claims.accountId);
+    payload.set("sid", claims.sessionId);
+    payload.set("iat", secondsOf(now));
+    payload.set("exp", secondsOf(now + lifetime));
+    std::ostringstream json;
+    payload.stringify(json);
+    const auto text = header() + '.' + toBase64Url(json.str());
+    return text + '.' + toBase64Url(sign(text));
+}
+
+std::optional<AccessClaims> AccessTokens::verify(const std::string& token) const {
+    const auto first = token.find('.');
+    const auto last = token.rfind('.');
+    if (first == std::string::npos || first == last || token.substr(0, first) != header()) {
+        return std::nullopt;
+    }
+    const auto signature = fromBase64Url(std::string_view(token).substr(last + 1));
+    const auto expected = sign(token.substr(0, last));
+    if (!signature || signature->size() != expected.size() ||
+        sodium_memcmp(signature->data(), expected.data(), expected.size()) != 0) {
+        return std::nullopt;
+    }
+    // From here on the text is our own.
+    const auto json = fromBase64Url(std::string_view(token).substr(first + 1, last - first - 1));
+    if (!json) {
+        return std::nullopt;
+    }
+    Poco::JSON::Parser parser;
+    const auto payload = parser.parse(*json).extract<Poco::JSON::Object::Ptr>();
+    if (payload->getValue<std::int64_t>("exp") <= secondsOf(m_clock())) {
+        return std::nullopt;
+    }
+    return AccessClaims{payload->getValue<std::string>("sub"), payload->getValue<std::string>("sid")};
+}
+
+std::string AccessTokens::sign(const std::string& text) const {
+    std::string signature(crypto_auth_hmacsha256_BYTES, '\0');
+    crypto_auth_hmacsha256(reinterpret_cast<unsigned char*>(signature.data()),
+                           reinterpret_cast<const unsigned char*>(text.data()), text.size(), m_key.data());
+    return signature;
+}
+
+} // namespace velmora::server

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+namespace velmora::server {
+
+/// Where stores and limits take the time from, so that tests can move it.
+using Clock = std::function<std::chrono::system_clock::time_point()>;
+
+} // namespace velmora::server

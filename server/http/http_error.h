@@ -1,0 +1,27 @@
+#pragma once
+
+#include <map>
+#include <stdexcept>
+#include <string>
+
+namespace velmora::server {
+
+/// A request's failure: becomes a JSON body `{code, message, details?}`. The message is Russian, for the
+/// user.
+class HttpError : public std::runtime_error {
+public:
+    using Details = std::map<std::string, std::string>;
+
+    HttpError(int status, std::string code, const std::string& message, Details details = {});
+
+    [[nodiscard]] int status() const { return m_status; }
+    [[nodiscard]] const std::string& code() const { return m_code; }
+    [[nodiscard]] const Details& details() const { return m_details; }
+
+private:
+    int m_status;
+    std::string m_code;
+    Details m_details;
+};
+
+} // namespace velmora::server

@@ -1,0 +1,105 @@
+#include "speech/dictation.h"
+
+#include "app/log.h"
+#include "speech/audio_decoder.h"
+#include "speech/pause_cutter.h"
+#include "speech/recogniser.h"
+#include "speech/sample_rate.h"
+#include "speech/text_cleaner.h"
+
+#include <iterator>
+
+namespace velmora::server {
+
+namespace {
+
+int countWords(const std::string& text) {
+    std::istringstream stream(text);
+    return static_cast<int>(
+        std::distance(std::istream_iterator<std::string>(stream), std::istream_iterator<std::string>()));
+}
+
+/// As it was recognised, apart from blanks.
+std::string trimmed(const std::string& phrase) {
+    std::string text;
+    std::istringstream stream(phrase);
+    for (std::string word; stream >> word;) {
+        text += (text.empty() ? "" : " ") + word;
+    }
+    return text;
+}
+
+} // namespace
+
+Dictation::Dictation(AudioDecoder& audio, Recogniser& recogniser, Settings settings)
+    : m_audio(audio)
+    , m_recogniser(recogniser)
+    , m_settings(std::move(settings)) {}
+
+void Dictation::run(const Sink& sink, const std::stop_token& stop) {
+    try {
+        auto last = transcribe(sink, stop);
+        if (!stop.stop_requested()) {
+            sink(std::move(last));
+        }
+    } catch (const RecogniserError& error) {
+        sink(DictationFailed{error.code(), error.what()});
+    } catch (const AudioError&) {
+        sink(DictationFailed{"bad_audio", "Не удалось прочитать запись"});
+    } catch (const std::exception& error) {
+        log(std::string("dictation failed: ") + error.what());
+        sink(DictationFailed{"internal_error", "Внутренняя ошибка сервера"});
+    }
+}
+
+DictationEvent Dictation::transcribe(const Sink& sink, const std::stop_token& stop) {
+    const auto language = m_recogniser.resolve(m_settings.language);
+    if (!language) {
+        return DictationFailed{
+            "language_not_supported",
+            "Этот сервер не умеет распознавать выбранный язык. Выберите другой в настройках "
+            "Velmora («Язык транскрипции»: «English» или «Авто») или подключите к серверу "
+            "распознаватель, который его знает (--recogniser openai=…)."};
+    }
+    sink(DictationStage{"transcribing"});
+    const auto recognition = m_recogniser.begin(*language, stop);
+    if (!recognition) {
+        return {};
+    }
+
+    TextCleaner cleaner(*language);
+    std::string text;
+    PauseCutter cutter(m_recogniser.pieceLimits());
+    const auto recognisePieces = [&] {
+        for (auto piece = cutter.next(); piece && !stop.stop_requested(); piece = cutter.next()) {
+            const auto words = recognition->recognise(*piece, stop);
+            const auto phrase = m_settings.clean ? cleaner.clean(words) : trimmed(words);
+            if (!phrase.empty() && !stop.stop_requested()) {
+                const auto delta = (text.empty() ? "" : " ") + phrase;
+                text += delta;
+                sink(DictationText{delta});
+            }
+        }
+    };
+
+    std::size_t heard = 0;
+    for (auto samples = m_audio.read(); !samples.empty() && !stop.stop_requested();
+         samples = m_audio.read()) {
+        heard += samples.size();
+        if (heard > samplesIn(m_settings.longest)) {
+            return DictationFailed{"too_long", "Запись слишком длинная"};
+        }
+        cutter.push(samples);
+        recognisePieces();
+    }
+    cutter.finish();
+    recognisePieces();
+
+    if (m_settings.clean) {
+        sink(DictationStage{"cleaning"});
+        text += cleaner.ending();
+    }
+    return DictationDone{text, countWords(text)};
+}
+
+} // namespace velmora::server

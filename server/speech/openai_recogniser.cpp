@@ -1,0 +1,149 @@
+#include "speech/openai_recogniser.h"
+
+#include "speech/wav.h"
+
+#include <Poco/JSON/Parser.h>
+#include <Poco/Net/Context.h>
+#include <Poco/Net/HTMLForm.h>
+#include <Poco/Net/HTTPRequest.h>
+#include <Poco/Net/HTTPResponse.h>
+#include <Poco/Net/HTTPSClientSession.h>
+#include <Poco/Net/StringPartSource.h>
+#include <sys/socket.h>
+
+namespace velmora::server {
+
+namespace {
+
+constexpr int connectSeconds = 10;
+constexpr int transferSeconds = 60;
+constexpr std::size_t replyLimit = 1024 * 1024;
+constexpr std::string_view endpointPath = "/audio/transcriptions";
+
+RecogniserError unavailable() {
+    return {"recogniser_unavailable", "Сервис распознавания не отвечает. Попробуйте позже"};
+}
+
+RecogniserError refusal(int status) {
+    switch (status) {
+    case 401:
+    case 403:
+        return {"recogniser_refused", "Сервис распознавания не принял ключ. Проверьте key-file сервера"};
+    case 429:
+        return {"recogniser_busy",
+                "Сервис распознавания перегружен или исчерпан его лимит. Попробуйте позже"};
+    default:
+        return {"recogniser_failed", "Сервис распознавания ответил ошибкой HTTP " + std::to_string(status)};
+    }
+}
+
+std::unique_ptr<Poco::Net::HTTPClientSession> connect(const Poco::URI& endpoint) {
+    std::unique_ptr<Poco::Net::HTTPClientSession> session;
+    if (endpoint.getScheme() == "https") {
+        const Poco::Net::Context::Ptr context(new Poco::Net::Context(
+            Poco::Net::Context::TLS_CLIENT_USE, "", "", "", Poco::Net::Context::VERIFY_STRICT, 9, true));
+        session =
+            std::make_unique<Poco::Net::HTTPSClientSession>(endpoint.getHost(), endpoint.getPort(), context);
+    } else {
+        session = std::make_unique<Poco::Net::HTTPClientSession>(endpoint.getHost(), endpoint.getPort());
+    }
+    session->setTimeout(Poco::Timespan(connectSeconds, 0), Poco::Timespan(transferSeconds, 0),
+                        Poco::Timespan(transferSeconds, 0));
+    return session;
+}
+
+std::string readAll(std::istream& stream) {
+    std::string text(replyLimit, '\0');
+    stream.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<std::size_t>(stream.gcount()));
+    return text;
+}
+
+} // namespace
+
+class OpenAiRecogniser::Upload : public Recognition {
+public:
+    Upload(const OpenAiRecogniser& owner, Language language)
+        : m_owner(owner)
+        , m_language(std::move(language)) {}
+
+    std::string recognise(std::span<const std::int16_t> samples, const std::stop_token& stop) override {
+        try {
+            const auto session = connect(m_owner.m_endpoint);
+            // Shuts the connection under a transfer in progress, which then ends with an error.
+            const std::stop_callback abort(
+                stop, [&session] { ::shutdown(session->socket().impl()->sockfd(), SHUT_RDWR); });
+            send(*session, samples);
+            Poco::Net::HTTPResponse response;
+            const auto reply = readAll(session->receiveResponse(response));
+            if (response.getStatus() != Poco::Net::HTTPResponse::HTTP_OK) {
+                throw refusal(response.getStatus());
+            }
+            return Poco::JSON::Parser()
+                .parse(reply)
+                .extract<Poco::JSON::Object::Ptr>()
+                ->getValue<std::string>("text");
+        } catch (const Poco::Exception&) {
+            if (stop.stop_requested()) {
+                return {};
+            }
+            throw unavailable();
+        }
+    }
+
+private:
+    void send(Poco::Net::HTTPClientSession& session, std::span<const std::int16_t> samples) {
+        Poco::Net::HTTPRequest request(Poco::Net::HTTPRequest::HTTP_POST,
+                                       m_owner.m_endpoint.getPathAndQuery(),
+                                       Poco::Net::HTTPRequest::HTTP_1_1);
+        Poco::Net::HTMLForm form(Poco::Net::HTMLForm::ENCODING_MULTIPART);
+        form.set("model", m_owner.m_model);
+        form.set("response_format", "json");
+        if (!m_language.isAutomatic()) {
+            form.set("language", m_language.code());
+        }
+        // The form owns the part.
+        form.addPart("file", new Poco::Net::StringPartSource(wavFile(samples), "audio/wav", "speech.wav"));
+        if (!m_owner.m_key.empty()) {
+            request.set("Authorization", "Bearer " + m_owner.m_key);
+        }
+        form.prepareSubmit(request);
+        form.write(session.sendRequest(request));
+    }
+
+    const OpenAiRecogniser& m_owner;
+    Language m_language;
+};
+
+OpenAiRecogniser::OpenAiRecogniser(const Settings& settings)
+    : m_model(settings.model)
+    , m_key(settings.key) {
+    try {
+        m_endpoint = Poco::URI(settings.url);
+    } catch (const Poco::Exception&) {
+        throw std::runtime_error("not a URL: " + settings.url);
+    }
+    if ((m_endpoint.getScheme() != "http" && m_endpoint.getScheme() != "https") ||
+        m_endpoint.getHost().empty()) {
+        throw std::runtime_error("not an http or https URL: " + settings.url);
+    }
+    auto path = m_endpoint.getPath();
+    if (!path.ends_with(endpointPath)) {
+        while (path.ends_with('/')) {
+            path.pop_back();
+        }
+        m_endpoint.setPath((path.empty() ? "/v1" : path) + std::string(endpointPath));
+    }
+}
+
+PieceLimits OpenAiRecogniser::pieceLimits() const {
+    return {.shortest = std::chrono::seconds(8),
+            .longest = std::chrono::seconds(30),
+            .pause = std::chrono::milliseconds(500)};
+}
+
+std::unique_ptr<Recognition> OpenAiRecogniser::begin(const Language& language, const std::stop_token& stop) {
+    return stop.stop_requested() ? nullptr : std::make_unique<Upload>(*this, language);
+}
+
+} // namespace velmora::server

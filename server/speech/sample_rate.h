@@ -1,0 +1,15 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+
+namespace velmora::server {
+
+/// What recognisers hear: 16-bit samples of one channel at this rate.
+inline constexpr int sampleRate = 16000;
+
+[[nodiscard]] constexpr std::size_t samplesIn(std::chrono::milliseconds time) {
+    return static_cast<std::size_t>(time.count()) * sampleRate / 1000;
+}
+
+} // namespace velmora::server
