@@ -1,0 +1,135 @@
+#include "platform/linux/x11_key_poster.h"
+
+#include "platform/linux/x11_held_modifiers.h"
+#include "platform/linux/x11_paste_keys.h"
+
+#include <xcb/xinput.h>
+#include <xcb/xtest.h>
+#include <xkbcommon/xkbcommon-x11.h>
+
+namespace velmora {
+namespace {
+
+constexpr const char* knownTerminals[] = {"alacritty",
+                                          "aterm",
+                                          "com.mitchellh.ghostty",
+                                          "contour",
+                                          "cool-retro-term",
+                                          "deepin-terminal",
+                                          "eterm",
+                                          "foot",
+                                          "footclient",
+                                          "ghostty",
+                                          "gnome-terminal",
+                                          "gnome-terminal-server",
+                                          "guake",
+                                          "hyper",
+                                          "io.elementary.terminal",
+                                          "kgx",
+                                          "kitty",
+                                          "konsole",
+                                          "lilyterm",
+                                          "lxterminal",
+                                          "mate-terminal",
+                                          "mlterm",
+                                          "org.gnome.console",
+                                          "org.gnome.ptyxis",
+                                          "org.gnome.terminal",
+                                          "org.kde.konsole",
+                                          "org.wezfurlong.wezterm",
+                                          "ptyxis",
+                                          "qterminal",
+                                          "rio",
+                                          "roxterm",
+                                          "rxvt",
+                                          "sakura",
+                                          "st",
+                                          "st-256color",
+                                          "stterm",
+                                          "terminator",
+                                          "terminology",
+                                          "termit",
+                                          "tilda",
+                                          "tilix",
+                                          "urxvt",
+                                          "uxterm",
+                                          "wezterm",
+                                          "wezterm-gui",
+                                          "xfce4-terminal",
+                                          "xterm",
+                                          "yakuake",
+                                          "zutty"};
+
+} // namespace
+
+X11KeyPoster::X11KeyPoster(X11Connection& connection, const QStringList& moreTerminals,
+                           InjectionNotice notice)
+    : m_connection(connection)
+    , m_notice(std::move(notice)) {
+    for (const char* name : knownTerminals)
+        m_terminals << QLatin1String(name);
+    for (const QString& name : moreTerminals)
+        m_terminals << name.toLower();
+
+    xkb_x11_setup_xkb_extension(connection.get(), XKB_X11_MIN_MAJOR_XKB_VERSION,
+                                XKB_X11_MIN_MINOR_XKB_VERSION, XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr,
+                                nullptr, nullptr, nullptr);
+    // The server lets nobody ask for input devices before the versions are agreed on.
+    XcbReply<xcb_input_xi_query_version_reply_t>(xcb_input_xi_query_version_reply(
+        connection.get(), xcb_input_xi_query_version(connection.get(), 2, 2), nullptr));
+}
+
+std::optional<X11KeyPoster::Target> X11KeyPoster::focusedTarget() {
+    xcb_connection_t* x = m_connection.get();
+    const XcbReply<xcb_get_input_focus_reply_t> focus(
+        xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
+    if (!focus || focus->focus <= XCB_INPUT_FOCUS_POINTER_ROOT || focus->focus == m_connection.root())
+        return std::nullopt;
+    // A window manager keeps the focus itself while no window is to have it.
+    const xcb_window_t manager = m_connection.property32(
+        m_connection.root(), m_connection.atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW);
+    const uint32_t client = m_connection.clientOf(focus->focus);
+    if (manager != XCB_WINDOW_NONE && m_connection.clientOf(manager) == client)
+        return std::nullopt;
+    return Target{client, isTerminal(focus->focus)};
+}
+
+// The focus may be in a window inside the one that carries the class.
+bool X11KeyPoster::isTerminal(xcb_window_t window) {
+    xcb_connection_t* x = m_connection.get();
+    while (window != XCB_WINDOW_NONE && window != m_connection.root()) {
+        const QByteArray classes = m_connection.property(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING);
+        if (!classes.isEmpty()) {
+            const QList<QByteArray> names = classes.split('\0');
+            return std::ranges::any_of(names, [this](const QByteArray& name) {
+                return m_terminals.contains(QString::fromLatin1(name).toLower());
+            });
+        }
+        const XcbReply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(x, xcb_query_tree(x, window), nullptr));
+        window = tree ? tree->parent : xcb_window_t{XCB_WINDOW_NONE};
+    }
+    return false;
+}
+
+void X11KeyPoster::postPasteChord(const Target& target) {
+    const auto keys = findPasteKeys(m_connection, target.isTerminal);
+    if (!keys)
+        return;
+    if (m_notice)
+        m_notice(true);
+    {
+        const X11HeldModifiers held(m_connection);
+        fakeKey(m_connection, XCB_KEY_PRESS, keys->modifier);
+        fakeKey(m_connection, XCB_KEY_PRESS, keys->key);
+        fakeKey(m_connection, XCB_KEY_RELEASE, keys->key);
+        fakeKey(m_connection, XCB_KEY_RELEASE, keys->modifier);
+    }
+    // A round trip: the server has done it all when it answers.
+    XcbReply<xcb_get_input_focus_reply_t>(
+        xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
+    if (m_notice)
+        m_notice(false);
+}
+
+} // namespace velmora

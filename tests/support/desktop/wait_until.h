@@ -1,0 +1,12 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+namespace velmora::test {
+
+/// Runs the event loop until the condition holds; false when it doesn't in that time.
+bool waitUntil(const std::function<bool()>& condition,
+               std::chrono::milliseconds timeout = std::chrono::seconds(10));
+
+} // namespace velmora::test
