@@ -1,6 +1,7 @@
 #include "accounts/access_tokens.h"
 
 #include "accounts/base64_url.h"
+#include "accounts/random_token.h"
 
 #include <Poco/JSON/Object.h>
 #include <Poco/JSON/Parser.h>
@@ -31,6 +32,8 @@ std::string AccessTokens::issue(const AccessClaims& claims) const {
     Poco::JSON::Object payload;
     payload.set("sub", claims.accountId);
     payload.set("sid", claims.sessionId);
+    // Two tokens of one second would otherwise be the same.
+    payload.set("jti", randomToken());
     payload.set("iat", secondsOf(now));
     payload.set("exp", secondsOf(now + lifetime));
     std::ostringstream json;

@@ -17,8 +17,9 @@ namespace {
 std::string kernelForm(const Poco::Net::SocketAddress& address) {
     std::ostringstream text;
     text << std::uppercase << std::hex << std::setfill('0');
-    const auto* words = static_cast<const std::uint32_t*>(address.host().addr());
-    for (std::size_t i = 0; i < address.host().length() / sizeof(std::uint32_t); ++i) {
+    const auto host = address.host();
+    const auto* words = static_cast<const std::uint32_t*>(host.addr());
+    for (std::size_t i = 0; i < static_cast<std::size_t>(host.length()) / sizeof(std::uint32_t); ++i) {
         text << std::setw(8) << words[i];
     }
     text << ':' << std::setw(4) << address.port();
