@@ -1,0 +1,35 @@
+#pragma once
+
+#include "backend/dictate_service.h"
+#include "backend/http_message.h"
+
+namespace velmora {
+
+class AuthSession;
+class HttpTransport;
+
+/// Posts a recording in one request and passes on the events of the reply as they arrive.
+class BackendDictateClient final : public DictateService {
+public:
+    BackendDictateClient(HttpTransport& transport, AuthSession& session);
+
+    /// The stream fails with BackendError, TransportError, DictateClientError, or the file's error.
+    [[nodiscard]] AsyncStream<DictateEvent> dictate(QString audioFile,
+                                                    QString mimeType = QStringLiteral("audio/m4a")) override;
+
+private:
+    using Producer = AsyncStream<DictateEvent>::Producer;
+
+    Task<> run(Producer events, QString audioFile, QString mimeType);
+    [[nodiscard]] HttpRequest buildRequest(const QByteArray& audio, const QString& fileName,
+                                           const QString& mimeType) const;
+
+    HttpTransport& m_transport;
+    AuthSession& m_session;
+    TaskScope m_scope;
+};
+
+/// The body's own message, or "HTTP " and the status.
+[[nodiscard]] QString extractErrorMessage(const QByteArray& body, qint64 status);
+
+} // namespace velmora

@@ -1,2 +1,0 @@
-#include "backend/account_session.h"
-#include "backend/dictate_service.h"

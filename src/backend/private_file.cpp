@@ -1,0 +1,23 @@
+#include "backend/private_file.h"
+
+#include <QFile>
+#include <QTemporaryFile>
+
+#include <unistd.h>
+
+#include <cstdio>
+
+namespace velmora {
+
+bool replacePrivateFile(const QString& path, const QByteArray& bytes) {
+    // Not QSaveFile: its file is readable by all between its making and a change of its mode.
+    QTemporaryFile file(path + QStringLiteral(".XXXXXX")); // made with mode 600, gone again unless renamed
+    if (!file.open() || file.write(bytes) != bytes.size() || !file.flush() || ::fsync(file.handle()) != 0)
+        return false;
+    if (std::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(path).constData()) != 0)
+        return false;
+    file.setAutoRemove(false);
+    return true;
+}
+
+} // namespace velmora
