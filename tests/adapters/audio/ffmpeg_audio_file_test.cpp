@@ -137,6 +137,31 @@ TEST_F(FfmpegAudioFileTest, Destruction_AfterWriting_LeavesNothingBesides) {
                 testing::ElementsAre(QFileInfo(m_path).fileName()));
 }
 
+TEST_F(FfmpegAudioFileTest, Destruction_AfterWriting_LeavesAPlainFileThatCanBeStreamed) {
+    record({.format = dictation, .bitRate = 64'000}, 440, 5);
+    QFile file(m_path);
+    ASSERT_TRUE(file.open(QFile::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    EXPECT_FALSE(bytes.contains("moof"));
+    EXPECT_LT(bytes.indexOf("moov"), bytes.indexOf("mdat"));
+}
+
+TEST_F(FfmpegAudioFileTest, Destruction_NoRoomForThePlainFile_LeavesTheFragmentedOne) {
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir(u".velmora-1767225600.m4a.part"_s));
+    const DecodedFile decoded = record({.format = dictation, .bitRate = 64'000}, 1000, 5);
+    EXPECT_NEAR(decoded.seconds(), 5, 2 * frame); // the last ones are not cut to length
+    EXPECT_NEAR(measureTone(middleOf(decoded.samples), 1000, 16'000), 0.5, 0.01);
+}
+
+TEST_F(FfmpegAudioFileTest, OpenForWriting_Always_MakesAFileForItsOwnerAlone) {
+    constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+    auto file = open({.format = dictation, .bitRate = 64'000});
+    EXPECT_FALSE(QFile(m_path).permissions() & others);
+    file->write(makeTone(440, 0.5, 2, dictation));
+    file.reset();
+    EXPECT_FALSE(QFile(m_path).permissions() & others);
+}
+
 TEST_F(FfmpegAudioFileTest, OpenForWriting_FileThere_ReplacesIt) {
     record({.format = dictation, .bitRate = 64'000}, 440, 9);
     EXPECT_NEAR(record({.format = dictation, .bitRate = 64'000}, 440, 2).seconds(), 2, frame);
