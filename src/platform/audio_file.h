@@ -13,9 +13,9 @@ namespace velmora {
 
 /// How an AAC file is made: one of a bit rate or a quality, or neither.
 struct AudioFileSettings {
-    AudioFormat format;         ///< of the samples to be written and of the file
-    std::optional<int> bitRate; ///< bits a second
-    std::optional<int> quality; ///< 0 to 127, 96 is "high"
+    AudioFormat format;              ///< of the samples to be written and of the file
+    std::optional<int> bitRate = {}; ///< bits a second
+    std::optional<int> quality = {}; ///< 0 to 127, 96 is "high"
 };
 
 /// An audio file being written; destruction finishes it. Used from one thread at a time.

@@ -73,7 +73,8 @@ void FfmpegAudioFile::openEncoder(const AudioFileSettings& settings) {
         m_encoder->flags |= AV_CODEC_FLAG_QSCALE;
         m_encoder->global_quality = int(FF_QP2LAMBDA * std::max(quality, worstEncoderQuality));
     }
-    checkFfmpeg(QStringLiteral("AAC"), avcodec_open2(m_encoder.get(), codec, nullptr));
+    checkFfmpeg(QStringLiteral("AAC at %1 Hz").arg(settings.format.sampleRate),
+                avcodec_open2(m_encoder.get(), codec, nullptr));
 }
 
 void FfmpegAudioFile::writeHeader() {

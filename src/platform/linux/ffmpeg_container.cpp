@@ -60,6 +60,9 @@ void copyPackets(AVFormatContext* input, const QString& path) {
 
 FfmpegOutput createContainer(const QString& path) {
     const QByteArray url = fileUrl(path);
+    // What somebody said is for nobody else to hear; libav would make a file that all can read. Should this
+    // fail, libav says why.
+    static_cast<void>(QFile(path).open(QFile::WriteOnly, QFile::ReadOwner | QFile::WriteOwner));
     AVFormatContext* created = nullptr;
     checkFfmpeg(path, avformat_alloc_output_context2(&created, nullptr, "ipod", url.constData()));
     FfmpegOutput output(created);

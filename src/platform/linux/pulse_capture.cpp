@@ -31,19 +31,17 @@ PulseCapture::PulseCapture(PulseConnection& connection, PulseSource source, QByt
     , m_silence(std::size_t(m_source.format.sampleRate / (1s / bufferLength) + 1) *
                 std::size_t(m_source.format.channels)) {}
 
-PulseCapture::~PulseCapture() {
-    close();
-}
-
 int PulseCapture::start() {
     open();
     const bool settled = m_connection.waitUntil(
-        [this] { return !m_stream || pa_stream_get_state(m_stream) == PA_STREAM_READY; });
+        [this] { return !m_stream || pa_stream_get_state(m_stream.get()) == PA_STREAM_READY; });
     if (!settled)
         return PA_ERR_TIMEOUT;
     if (!m_stream)
-        return m_error;
+        return m_error != 0 ? m_error : PA_ERR_UNKNOWN;
     m_started = true;
+    if (pa_stream_is_suspended(m_stream.get()) > 0)
+        lose();
     return 0;
 }
 
@@ -54,20 +52,20 @@ void PulseCapture::open() {
     const pa_sample_spec spec{.format = PA_SAMPLE_FLOAT32NE,
                               .rate = std::uint32_t(m_source.format.sampleRate),
                               .channels = std::uint8_t(m_source.format.channels)};
-    m_stream = pa_stream_new(m_connection.context(), "Microphone", &spec, &m_source.channels);
+    m_stream.reset(pa_stream_new(m_connection.context(), "Microphone", &spec, &m_source.channels));
     if (!m_stream) {
         m_error = pa_context_errno(m_connection.context());
         return;
     }
     using Self = PulseCapture;
     pa_stream_set_state_callback(
-        m_stream, [](pa_stream*, void* self) { static_cast<Self*>(self)->streamChanged(); }, this);
+        m_stream.get(), [](pa_stream*, void* self) { static_cast<Self*>(self)->streamChanged(); }, this);
     pa_stream_set_read_callback(
-        m_stream, [](pa_stream*, std::size_t, void* self) { static_cast<Self*>(self)->read(); }, this);
+        m_stream.get(), [](pa_stream*, std::size_t, void* self) { static_cast<Self*>(self)->read(); }, this);
     pa_stream_set_moved_callback(
-        m_stream, [](pa_stream*, void* self) { static_cast<Self*>(self)->checkDevice(); }, this);
+        m_stream.get(), [](pa_stream*, void* self) { static_cast<Self*>(self)->checkDevice(); }, this);
     pa_stream_set_suspended_callback(
-        m_stream,
+        m_stream.get(),
         [](pa_stream* stream, void* self) {
             if (pa_stream_is_suspended(stream) > 0)
                 static_cast<Self*>(self)->lose();
@@ -84,7 +82,7 @@ void PulseCapture::open() {
     const bool isDefault = m_device.isEmpty();
     const int flags = PA_STREAM_ADJUST_LATENCY | (isDefault ? 0 : PA_STREAM_DONT_MOVE);
     m_trusted = !isDefault;
-    if (pa_stream_connect_record(m_stream, isDefault ? nullptr : m_device.constData(), &attributes,
+    if (pa_stream_connect_record(m_stream.get(), isDefault ? nullptr : m_device.constData(), &attributes,
                                  pa_stream_flags_t(flags)) < 0) {
         m_error = pa_context_errno(m_connection.context());
         close();
@@ -92,23 +90,12 @@ void PulseCapture::open() {
 }
 
 void PulseCapture::close() {
-    if (m_check) {
-        pa_operation_cancel(m_check);
-        pa_operation_unref(std::exchange(m_check, nullptr));
-    }
-    if (!m_stream)
-        return;
-    pa_stream* stream = std::exchange(m_stream, nullptr);
-    pa_stream_set_state_callback(stream, nullptr, nullptr);
-    pa_stream_set_read_callback(stream, nullptr, nullptr);
-    pa_stream_set_moved_callback(stream, nullptr, nullptr);
-    pa_stream_set_suspended_callback(stream, nullptr, nullptr);
-    pa_stream_disconnect(stream);
-    pa_stream_unref(stream);
+    m_check.reset();
+    m_stream.reset();
 }
 
 void PulseCapture::streamChanged() {
-    const pa_stream_state_t state = pa_stream_get_state(m_stream);
+    const pa_stream_state_t state = pa_stream_get_state(m_stream.get());
     if (state == PA_STREAM_READY) {
         checkDevice();
     } else if (!PA_STREAM_IS_GOOD(state)) {
@@ -124,14 +111,10 @@ void PulseCapture::streamChanged() {
 void PulseCapture::checkDevice() {
     if (!m_device.isEmpty())
         return;
-    const QByteArray name = pa_stream_get_device_name(m_stream);
+    const QByteArray name = pa_stream_get_device_name(m_stream.get());
     m_trusted = name == m_source.name.toUtf8();
     if (m_trusted)
         return;
-    if (m_check) {
-        pa_operation_cancel(m_check);
-        pa_operation_unref(m_check);
-    }
     const auto answered = [](pa_context*, const pa_source_info* info, int end, void* self) {
         auto* capture = static_cast<PulseCapture*>(self);
         if (end != 0)
@@ -143,15 +126,16 @@ void PulseCapture::checkDevice() {
             capture->lose();
         }
     };
-    m_check = pa_context_get_source_info_by_name(m_connection.context(), name.constData(), answered, this);
+    m_check.reset(
+        pa_context_get_source_info_by_name(m_connection.context(), name.constData(), answered, this));
 }
 
 void PulseCapture::read() {
     const auto channels = std::size_t(m_source.format.channels);
-    while (m_stream && pa_stream_readable_size(m_stream) > 0) {
+    while (pa_stream_readable_size(m_stream.get()) > 0) {
         const void* data = nullptr;
         std::size_t bytes = 0;
-        if (pa_stream_peek(m_stream, &data, &bytes) < 0 || bytes == 0)
+        if (pa_stream_peek(m_stream.get(), &data, &bytes) < 0 || bytes == 0)
             return;
         const std::size_t samples = bytes / sizeof(float);
         const auto frames = std::int64_t(samples / channels);
@@ -165,7 +149,7 @@ void PulseCapture::read() {
             m_deliver({.format = m_source.format, .samples = {static_cast<const float*>(data), samples}});
         else
             deliverSilence(frames);
-        pa_stream_drop(m_stream);
+        pa_stream_drop(m_stream.get());
     }
 }
 

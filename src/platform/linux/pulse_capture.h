@@ -2,11 +2,9 @@
 
 #include "platform/audio_engine.h"
 #include "platform/linux/pulse_source.h"
+#include "platform/linux/pulse_stream.h"
 #include "platform/linux/pulse_timer.h"
 #include "platform/linux/silence_pace.h"
-
-struct pa_operation;
-struct pa_stream;
 
 namespace velmora {
 
@@ -19,7 +17,6 @@ public:
     /// that is at the moment. `deliver` is called on the sound thread, always in the format of `source`.
     PulseCapture(PulseConnection& connection, PulseSource source, QByteArray device,
                  AudioEngine::Tap deliver);
-    ~PulseCapture();
     PulseCapture(const PulseCapture&) = delete;
     PulseCapture& operator=(const PulseCapture&) = delete;
 
@@ -41,9 +38,9 @@ private:
     QByteArray m_device;
     AudioEngine::Tap m_deliver;
 
-    pa_stream* m_stream = nullptr;
-    pa_operation* m_check = nullptr; // of a device that the server moved the stream to
-    bool m_trusted = false;          // the stream's device is no monitor
+    PulseStream m_stream;
+    PulseOperation m_check; // of a device that the server moved the stream to
+    bool m_trusted = false; // the stream's device is no monitor
     bool m_started = false;
     int m_error = 0;
 

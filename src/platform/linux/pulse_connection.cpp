@@ -1,5 +1,6 @@
 #include "platform/linux/pulse_connection.h"
 
+#include "platform/linux/pulse_stream.h"
 #include "platform/linux/pulse_timer.h"
 
 #include <pulse/context.h>
@@ -84,18 +85,13 @@ bool PulseConnection::waitUntil(const std::function<bool()>& done) {
 bool PulseConnection::run(const std::function<pa_operation*(pa_context*)>& start) {
     if (!waitUntilReady())
         return false;
-    pa_operation* operation = start(m_context);
+    const PulseOperation operation(start(m_context));
     if (!operation)
         return false;
     const auto changed = [](pa_operation*, void* self) { static_cast<PulseConnection*>(self)->wake(); };
-    pa_operation_set_state_callback(operation, changed, this);
-    const bool ended =
-        waitUntil([operation] { return pa_operation_get_state(operation) != PA_OPERATION_RUNNING; });
-    const bool done = ended && pa_operation_get_state(operation) == PA_OPERATION_DONE;
-    pa_operation_set_state_callback(operation, nullptr, nullptr);
-    pa_operation_cancel(operation);
-    pa_operation_unref(operation);
-    return done;
+    pa_operation_set_state_callback(operation.get(), changed, this);
+    const auto state = [&] { return pa_operation_get_state(operation.get()); };
+    return waitUntil([&] { return state() != PA_OPERATION_RUNNING; }) && state() == PA_OPERATION_DONE;
 }
 
 void PulseConnection::wake() {

@@ -26,50 +26,39 @@ PulsePlayback::PulsePlayback(PulseConnection& connection, const WavSound& sound,
                               .channels = std::uint8_t(sound.channels)};
     pa_proplist* properties = pa_proplist_new();
     pa_proplist_sets(properties, PA_PROP_MEDIA_ROLE, "event");
-    m_stream = pa_stream_new_with_proplist(connection.context(), "Sound cue", &spec, nullptr, properties);
+    m_stream.reset(
+        pa_stream_new_with_proplist(connection.context(), "Sound cue", &spec, nullptr, properties));
     pa_proplist_free(properties);
     if (!m_stream)
         return;
     const auto changed = [](pa_stream*, void* self) { static_cast<PulsePlayback*>(self)->streamChanged(); };
-    pa_stream_set_state_callback(m_stream, changed, this);
+    pa_stream_set_state_callback(m_stream.get(), changed, this);
     const pa_buffer_attr attributes{.maxlength = std::uint32_t(-1),
                                     .tlength = std::uint32_t(pa_usec_to_bytes(bufferLength, &spec)),
                                     .prebuf = std::uint32_t(pa_usec_to_bytes(lengthToBegin, &spec)),
                                     .minreq = std::uint32_t(-1),
                                     .fragsize = std::uint32_t(-1)};
-    if (pa_stream_connect_playback(m_stream, nullptr, &attributes, PA_STREAM_ADJUST_LATENCY, nullptr,
+    if (pa_stream_connect_playback(m_stream.get(), nullptr, &attributes, PA_STREAM_ADJUST_LATENCY, nullptr,
                                    nullptr) < 0)
         close();
 }
 
-PulsePlayback::~PulsePlayback() {
-    close();
-}
-
 void PulsePlayback::streamChanged() {
-    const pa_stream_state_t state = pa_stream_get_state(m_stream);
+    const pa_stream_state_t state = pa_stream_get_state(m_stream.get());
     if (!PA_STREAM_IS_GOOD(state)) {
         close();
     } else if (state == PA_STREAM_READY) {
         // The server takes the whole of such a short sound at once.
-        pa_stream_write(m_stream, m_samples.data(), m_samples.size() * sizeof(float), nullptr, 0,
+        pa_stream_write(m_stream.get(), m_samples.data(), m_samples.size() * sizeof(float), nullptr, 0,
                         PA_SEEK_RELATIVE);
         const auto played = [](pa_stream*, int, void* self) { static_cast<PulsePlayback*>(self)->close(); };
-        m_drain = pa_stream_drain(m_stream, played, this);
+        m_drain.reset(pa_stream_drain(m_stream.get(), played, this));
     }
 }
 
 void PulsePlayback::close() {
-    if (m_drain) {
-        pa_operation_cancel(m_drain);
-        pa_operation_unref(std::exchange(m_drain, nullptr));
-    }
-    if (!m_stream)
-        return;
-    pa_stream* stream = std::exchange(m_stream, nullptr);
-    pa_stream_set_state_callback(stream, nullptr, nullptr);
-    pa_stream_disconnect(stream);
-    pa_stream_unref(stream);
+    m_drain.reset();
+    m_stream.reset();
 }
 
 } // namespace velmora

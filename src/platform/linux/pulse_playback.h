@@ -1,9 +1,7 @@
 #pragma once
 
+#include "platform/linux/pulse_stream.h"
 #include "platform/linux/wav_sound.h"
-
-struct pa_operation;
-struct pa_stream;
 
 namespace velmora {
 
@@ -15,7 +13,6 @@ class PulsePlayback {
 public:
     /// `volume` goes from 0.0 to 1.0.
     PulsePlayback(PulseConnection& connection, const WavSound& sound, float volume);
-    ~PulsePlayback();
     PulsePlayback(const PulsePlayback&) = delete;
     PulsePlayback& operator=(const PulsePlayback&) = delete;
 
@@ -24,8 +21,8 @@ private:
     void close();
 
     std::vector<float> m_samples;
-    pa_stream* m_stream = nullptr;
-    pa_operation* m_drain = nullptr; // ends when all was heard
+    PulseStream m_stream;   // none when it has ended
+    PulseOperation m_drain; // ends when all was heard
 };
 
 } // namespace velmora

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <semaphore>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -194,24 +195,25 @@ TEST_F(PulseAudioEngineTest, InstallTap_WhileOneIsThere_ReplacesIt) {
 }
 
 TEST_F(PulseAudioEngineTest, RemoveTap_TapIsBusy_WaitsAndIsTheLastOfIt) {
+    std::binary_semaphore entered(0);
     std::atomic<bool> alive = false;
     std::atomic<int> calls = 0;
     std::atomic<int> callsWhenDead = 0;
-    m_engine.installTap([](const AudioBuffer&) {});
     m_engine.start();
     for (int round = 0; round < 20; ++round) {
-        const int before = calls;
         alive = true;
         m_engine.installTap([&](const AudioBuffer&) {
             ++calls;
+            entered.release();
             // Longer than the main thread needs from here to the removal.
             std::this_thread::sleep_for(5ms);
             if (!alive)
                 ++callsWhenDead;
         });
-        ASSERT_TRUE(QTest::qWaitFor([&] { return calls > before; }, 20'000));
+        ASSERT_TRUE(entered.try_acquire_for(20s));
         m_engine.removeTap();
         alive = false;
+        static_cast<void>(entered.try_acquire());
     }
     const int ended = calls;
     m_engine.installTap(m_recording.tap());
