@@ -32,6 +32,7 @@ void AppDelegate::applicationDidFinishLaunching() {
     connectGate();
     connectHotkey();
     m_hotkey.start(); // a session that doesn't allow it yet is tried again by the timer
+    watchPipeline();
     startHotkeyRetryTimer();
 }
 
@@ -55,8 +56,8 @@ void AppDelegate::runLegacyV1Migration() {
         return;
     QFile::remove(m_applicationSupportFolder + QStringLiteral("/openai-key"));
     m_settings.setHasOnboarded(false);
-    for (const char* key : {"language", "useGPTCleanup", "model", "temperature", "cleanupPrompt", "developerMode",
-                            "promptVersion"})
+    for (const char* key : {"language", "useGPTCleanup", "model", "temperature", "cleanupPrompt",
+                            "developerMode", "promptVersion"})
         m_defaults.remove(QLatin1String(key));
     m_defaults.set(done, true);
 }
@@ -72,16 +73,24 @@ void AppDelegate::connectGate() {
 
 // Press and release are two turns of the main loop, in order.
 void AppDelegate::connectHotkey() {
-    const auto later = [this](void (HotkeyGestureGate::*event)()) {
-        return [this, event] {
-            m_loop.post([self = QPointer(this), event] {
+    const auto later = [this](void (HotkeyGestureGate::*step)()) {
+        return [this, step] {
+            m_loop.post([self = QPointer(this), step] {
                 if (self)
-                    (self->m_gate.*event)();
+                    (self->m_gate.*step)();
             });
         };
     };
     m_hotkey.onPress = later(&HotkeyGestureGate::press);
     m_hotkey.onRelease = later(&HotkeyGestureGate::release);
+}
+
+// Until something on the screen shows them, failures are for whoever reads the log.
+void AppDelegate::watchPipeline() {
+    connect(&m_pipeline, &PipelineCoordinator::stateChanged, this, [](const PipelineState& state) {
+        if (const auto* error = std::get_if<pipeline_state::Error>(&state))
+            log(QStringLiteral("[Velmora] dictation: ") + error->message);
+    });
 }
 
 void AppDelegate::startHotkeyRetryTimer() {
@@ -96,7 +105,8 @@ void AppDelegate::handleGetURLEvent(const QString& url) {
     });
 }
 
-// The state is spent before anything else is looked at, so that a replayed or forged callback can't store a thing.
+// The state is spent before anything else is looked at, so that a replayed or forged callback can't store a
+// thing.
 void AppDelegate::handleAuthURL(const AuthCallback& callback) {
     const QString state = callback.item(QStringLiteral("state"));
     if (state.isEmpty() || !m_authStore.consumePendingAuthState(state)) {

@@ -13,8 +13,8 @@ namespace velmora {
 
 class SignIn;
 
-/// Creates the long-lived objects, connects them with callbacks, and receives what other processes send: callback URLs
-/// and commands. It has no logic of its own beyond that; what it must get right is order.
+/// Creates the long-lived objects, connects them with callbacks, and receives what other processes send:
+/// callback URLs and commands. It has no logic of its own beyond that; what it must get right is order.
 class AppDelegate : public QObject {
     Q_OBJECT
 
@@ -47,6 +47,7 @@ private:
     void connectGate();
     void connectHotkey();
     void startHotkeyRetryTimer();
+    void watchPipeline();
 
     void handleGetURLEvent(const QString& url);
     void handleAuthURL(const AuthCallback& callback);

@@ -49,7 +49,8 @@ DictationSession::DictationSession(bool signIn)
     // The session's browser notes the address that it was asked to open.
     const QString script = m_folder.filePath(QStringLiteral("browser"));
     const QByteArray note = browserNote().toUtf8();
-    write(script, "#!/bin/sh\nprintf %s \"$1\" > '" + note + ".part'; mv '" + note + ".part' '" + note + "'\n");
+    write(script,
+          "#!/bin/sh\nprintf %s \"$1\" > '" + note + ".part'; mv '" + note + ".part' '" + note + "'\n");
     QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     qputenv("BROWSER", script.toUtf8());
     QProcess::execute(QStringLiteral("flite"),
@@ -61,7 +62,8 @@ DictationSession::DictationSession(bool signIn)
     restartBackend();
     restartApplication();
     if (signIn)
-        velmora(createAccount(requestSignInPage(), QStringLiteral("me@example.org"), QStringLiteral("correct horse")));
+        velmora(createAccount(requestSignInPage(), QStringLiteral("me@example.org"),
+                              QStringLiteral("correct horse")));
 }
 
 void DictationSession::restartBackend(bool forgetKey) {
@@ -71,10 +73,10 @@ void DictationSession::restartBackend(bool forgetKey) {
         for (const QString& name : QDir(data).entryList({QStringLiteral("*key*")}))
             QFile::remove(data + QLatin1Char('/') + name);
     }
-    m_backend = std::make_unique<Program>(
-        QStringLiteral(VELMORA_SERVER_PROGRAM),
-        QStringList{QStringLiteral("--listen"), QStringLiteral("127.0.0.1:%1").arg(m_port),
-                    QStringLiteral("--data"), data});
+    m_backend = std::make_unique<Program>(QStringLiteral(VELMORA_SERVER_PROGRAM),
+                                          QStringList{QStringLiteral("--listen"),
+                                                      QStringLiteral("127.0.0.1:%1").arg(m_port),
+                                                      QStringLiteral("--data"), data});
     (void)m_backend->says("listens on");
 }
 
@@ -128,12 +130,14 @@ void DictationSession::dictateHolding() {
 
 std::optional<HistoryItem> DictationSession::dictation(std::size_t count) const {
     std::optional<HistoryItem> newest;
-    waitUntil([&newest, count] {
-        const HistoryStore history(applicationSupportFolder());
-        if (history.items().size() >= count)
-            newest = history.items().front();
-        return newest.has_value();
-    }, std::chrono::seconds(30));
+    waitUntil(
+        [&newest, count] {
+            const HistoryStore history(applicationSupportFolder());
+            if (history.items().size() >= count)
+                newest = history.items().front();
+            return newest.has_value();
+        },
+        std::chrono::seconds(30));
     return newest;
 }
 

@@ -11,11 +11,12 @@
 
 namespace velmora::test {
 
-/// The real programs on a desktop: the backend on a loopback port, the application signed in to it, a keyboard and a
-/// voice.
+/// The real programs on a desktop: the backend on a loopback port, the application signed in to it, a
+/// keyboard and a voice.
 class DictationSession {
 public:
-    /// Starts both and signs in through the page; see isSignedIn() for the outcome. With `signIn` false it stays out.
+    /// Starts both and signs in through the page; see isSignedIn() for the outcome. With `signIn` false it
+    /// stays out.
     explicit DictationSession(bool signIn = true);
 
     [[nodiscard]] Program& application() { return *m_application; }

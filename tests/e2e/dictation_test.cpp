@@ -15,14 +15,16 @@ namespace {
 
 QString clipboard() {
     QProcess reader;
-    reader.start(QStringLiteral("xclip"), {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-o")});
+    reader.start(QStringLiteral("xclip"),
+                 {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-o")});
     reader.waitForFinished();
     return QString::fromUtf8(reader.readAllStandardOutput());
 }
 
 void copy(const char* text) {
     QProcess owner;
-    owner.start(QStringLiteral("xclip"), {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-i")});
+    owner.start(QStringLiteral("xclip"),
+                {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-i")});
     owner.waitForStarted();
     owner.write(text);
     owner.closeWriteChannel();

@@ -16,7 +16,8 @@ QString bodyOf(QNetworkReply* reply) {
 }
 
 QString fieldOf(const QString& page, const char* name) {
-    const QRegularExpression field(QStringLiteral(R"re(name="%1" value="([^"]*)")re").arg(QLatin1String(name)));
+    const QRegularExpression field(
+        QStringLiteral(R"re(name="%1" value="([^"]*)")re").arg(QLatin1String(name)));
     return field.match(page).captured(1);
 }
 
@@ -33,9 +34,11 @@ QString createAccount(const QString& url, const QString& email, const QString& p
     form.addQueryItem(QStringLiteral("email"), email);
     form.addQueryItem(QStringLiteral("password"), password);
     QNetworkRequest request(address.adjusted(QUrl::RemoveQuery));
-    request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/x-www-form-urlencoded"));
+    request.setHeader(QNetworkRequest::ContentTypeHeader,
+                      QStringLiteral("application/x-www-form-urlencoded"));
     const QString answer = bodyOf(network.post(request, form.toString(QUrl::FullyEncoded).toUtf8()));
-    QString link = QRegularExpression(QStringLiteral(R"re(href="(velmora:[^"]*)")re")).match(answer).captured(1);
+    QString link =
+        QRegularExpression(QStringLiteral(R"re(href="(velmora:[^"]*)")re")).match(answer).captured(1);
     return link.replace(QLatin1String("&amp;"), QLatin1String("&"));
 }
 

@@ -1,7 +1,7 @@
-#include "app/application.h"
 #include "app/command_line.h"
-#include "app/quit_on_signals.h"
+#include "application.h"
 #include "platform/linux/make_instance_link.h"
+#include "quit_on_signals.h"
 
 #include <QCoreApplication>
 
@@ -56,7 +56,9 @@ struct Start {
         return EXIT_SUCCESS;
     }
     int operator()(const launch::Invalid& start) const {
-        print(stderr, QStringLiteral("velmora: can't make sense of \"%1\"; see velmora --help\n").arg(start.argument));
+        print(
+            stderr,
+            QStringLiteral("velmora: can't make sense of \"%1\"; see velmora --help\n").arg(start.argument));
         return usageError;
     }
 };

@@ -8,18 +8,15 @@
 #include "foundation/info_dictionary.h"
 #include "foundation/qt_main_loop.h"
 #include "platform/linux/ffmpeg_audio_codec.h"
+#include "platform/linux/no_desktop_paste.h"
 #include "platform/linux/pulse_audio_engine.h"
 #include "platform/linux/pulse_connection.h"
 #include "platform/linux/pulse_sound_player.h"
 #include "platform/linux/x11_event_tap_factory.h"
+#include "platform/linux/x11_paste_queue.h"
+#include "platform/linux/x11_workspace.h"
 
 namespace velmora {
-
-/// Where text goes in this session: two faces of one thing.
-struct TextTarget {
-    std::unique_ptr<Pasteboard> pasteboard;
-    KeyPoster* keys = nullptr; ///< lives in `pasteboard`
-};
 
 /// Every object of the running program, in the order in which they are made.
 class Application {
@@ -50,9 +47,10 @@ private:
     PulseSoundPlayer m_player;
     SoundCue m_sounds{m_settings, m_player};
 
-    TextTarget m_textTarget;
+    std::unique_ptr<X11PasteQueue> m_pasteQueue; // none where there is no X11 session
+    NoDesktopPaste m_noDesktop;
     TextInjector m_injector;
-    std::unique_ptr<Workspace> m_workspace;
+    X11Workspace m_workspace;
     SignIn m_signIn;
     X11EventTapFactory m_taps;
     AppDelegate m_delegate;

@@ -1,11 +1,12 @@
-#include "app/quit_on_signals.h"
+#include "quit_on_signals.h"
 
 #include <QCoreApplication>
 
-#include <array>
-#include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
+
+#include <array>
+#include <csignal>
 
 namespace velmora {
 namespace {
@@ -17,7 +18,8 @@ void onSignal(int) {
     [[maybe_unused]] const auto written = write(wakePipe[1], &byte, 1);
 }
 
-// A handler and a pipe, not a blocked mask and a descriptor: a mask would be inherited by the browser that we start.
+// A handler and a pipe, not a blocked mask and a descriptor: a mask would be inherited by the browser that we
+// start.
 int openPipe() {
     if (pipe2(wakePipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         qFatal("no pipe for signals");
