@@ -73,7 +73,7 @@ void encodeTo(const std::filesystem::path& file, const std::vector<std::int16_t>
     avcodec_send_frame(codec, nullptr);
     drain();
     av_write_frame(format, nullptr);
-    require(av_write_trailer(format) == 0, "trailer");
+    require(av_write_trailer(format) >= 0, "trailer");
     av_frame_free(&frame);
     av_packet_free(&packet);
     avcodec_free_context(&codec);
