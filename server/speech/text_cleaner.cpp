@@ -44,6 +44,10 @@ std::vector<std::string> split(std::string_view text) {
     return words;
 }
 
+bool isAsciiDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
 bool isWordCharacter(Poco::UInt32 character) {
     const auto code = static_cast<int>(character);
     return Poco::Unicode::isAlpha(code) || Poco::Unicode::isDigit(code);
@@ -120,7 +124,7 @@ void TextCleaner::add(std::string word, std::vector<std::string>& words) {
         return;
     }
     const bool stammer = !bare.empty() && bare == core(m_lastWord) && !endsWithPunctuation(m_lastWord) &&
-                         !meantTwice().contains(bare) && !Poco::Unicode::isDigit(bare.front());
+                         !meantTwice().contains(bare) && !isAsciiDigit(bare.front());
     if (stammer) {
         // The second one may bring the punctuation.
         if (endsWithPunctuation(word) && !words.empty()) {

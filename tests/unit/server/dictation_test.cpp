@@ -1,0 +1,96 @@
+#include "fake_recogniser.h"
+#include "speech/audio_decoder.h"
+#include "speech/dictation.h"
+#include "speech/sample_rate.h"
+#include "speech/temp_file.h"
+#include "speech/wav.h"
+#include "test_folder.h"
+
+#include <gmock/gmock.h>
+
+namespace velmora::server {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+
+/// Two phrases of two seconds, each with a second of silence behind it.
+std::string twoPhrases() {
+    std::vector<std::int16_t> samples;
+    for (int phrase = 0; phrase < 2; ++phrase) {
+        for (std::size_t i = 0; i < samplesIn(3s); ++i) {
+            samples.push_back(static_cast<std::int16_t>(i < samplesIn(2s) ? (i % 50) * 200 : 0));
+        }
+    }
+    return wavFile(samples);
+}
+
+class DictationTest : public testing::Test {
+protected:
+    std::vector<DictationEvent> run(const std::stop_token& stop = {}) {
+        TempFile file(folder.path());
+        file.append(twoPhrases());
+        AudioDecoder audio(file.descriptor());
+        std::vector<DictationEvent> events;
+        Dictation(audio, recogniser, settings)
+            .run([&](const DictationEvent& event) { events.push_back(event); }, stop);
+        return events;
+    }
+
+    TestFolder folder;
+    FakeRecogniser recogniser;
+    Dictation::Settings settings{.language = {}, .clean = true, .longest = 30min};
+};
+
+TEST_F(DictationTest, Phrases_ComeOneByOne_AndAreTheBeginningOfTheText) {
+    recogniser.phrases = {"um hello hello world", "how are you"};
+    EXPECT_THAT(run(), ElementsAre(DictationStage{"transcribing"}, DictationText{"Hello world"},
+                                   DictationText{" how are you"}, DictationStage{"cleaning"},
+                                   DictationDone{"Hello world how are you.", 5}));
+}
+
+TEST_F(DictationTest, WithoutCleaning_TheWordsStayAsTheyWere) {
+    recogniser.phrases = {" um hello hello  world", "how are you\n"};
+    settings.clean = false;
+    EXPECT_THAT(run(), ElementsAre(DictationStage{"transcribing"}, DictationText{"um hello hello world"},
+                                   DictationText{" how are you"},
+                                   DictationDone{"um hello hello world how are you", 7}));
+}
+
+TEST_F(DictationTest, NothingSaid_EndsWithEmptyText) {
+    recogniser.phrases = {"", "uh"};
+    EXPECT_THAT(
+        run(), ElementsAre(DictationStage{"transcribing"}, DictationStage{"cleaning"}, DictationDone{"", 0}));
+}
+
+TEST_F(DictationTest, UnknownLanguage_SaysTheWayOut) {
+    settings.language = Language::fromPreference("fr").value();
+    const auto events = run();
+    ASSERT_EQ(events.size(), 1U);
+    const auto& failure = std::get<DictationFailed>(events[0]);
+    EXPECT_EQ(failure.code, "language_not_supported");
+    EXPECT_THAT(failure.message, testing::HasSubstr("«Язык транскрипции»"));
+}
+
+TEST_F(DictationTest, TooLong_Fails) {
+    settings.longest = 4s;
+    recogniser.phrases = {"one", "two"};
+    const auto events = run();
+    EXPECT_EQ(std::get<DictationFailed>(events.back()).code, "too_long");
+}
+
+TEST_F(DictationTest, FailureAfterThePhrase_KeepsTheCodeOfTheRecogniser) {
+    recogniser.phrases = {"one"};
+    recogniser.failWhenOut = true;
+    EXPECT_THAT(run(), ElementsAre(DictationStage{"transcribing"}, DictationText{"One"},
+                                   DictationFailed{"fake_failure", "Нарочно"}));
+}
+
+TEST_F(DictationTest, Stopped_SaysNothingMore) {
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_THAT(run(stop.get_token()), ElementsAre(DictationStage{"transcribing"}));
+}
+
+} // namespace
+} // namespace velmora::server

@@ -1,0 +1,13 @@
+#include <gmock/gmock.h>
+#include <sodium.h>
+
+#include <csignal>
+
+int main(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN);
+    if (sodium_init() < 0) {
+        return EXIT_FAILURE;
+    }
+    testing::InitGoogleMock(&argc, argv);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <Poco/JSON/Object.h>
+#include <Poco/Net/SocketAddress.h>
+#include <Poco/Net/StreamSocket.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace velmora::server {
+
+/// One event of a text/event-stream.
+struct SentEvent {
+    std::string name;
+    Poco::JSON::Object::Ptr data;
+};
+
+struct Reply {
+    int status = 0;
+    std::map<std::string, std::string> headers;
+    std::string body;
+
+    [[nodiscard]] Poco::JSON::Object::Ptr json() const;
+    [[nodiscard]] std::string code() const;
+
+    /// The body's blocks, separated by two line feeds. Fails on a block that is not "event:" and "data:".
+    [[nodiscard]] std::vector<SentEvent> events() const;
+};
+
+struct Tokens {
+    std::string access;
+    std::string refresh;
+};
+
+/// A client that knows the wire format and nothing of the server's code.
+class TestClient {
+public:
+    using Headers = std::map<std::string, std::string>;
+
+    explicit TestClient(const std::string& address);
+
+    [[nodiscard]] Reply send(const std::string& method, const std::string& path, const std::string& body = {},
+                             const Headers& headers = {}) const;
+
+    [[nodiscard]] Reply sendAs(const Tokens& tokens, const std::string& method, const std::string& path,
+                               const std::string& body = {}, Headers headers = {}) const;
+
+    /// Loads the sign-in page for the state and sends its form with the fields.
+    [[nodiscard]] Reply submitForm(const std::string& state, const std::string& fields) const;
+
+    /// Creates an account by the form.
+    [[nodiscard]] Tokens signUp(const std::string& email) const;
+
+    [[nodiscard]] Reply dictate(const Tokens& tokens, const std::string& audio) const;
+
+    /// The head and body of a dictation request as they go over the wire.
+    [[nodiscard]] std::string dictationRequest(const Tokens& tokens, const std::string& audio) const;
+
+    [[nodiscard]] Poco::Net::StreamSocket connect() const;
+
+private:
+    Poco::Net::SocketAddress m_address;
+};
+
+/// The query of the "velmora://auth?…" link in a page, decoded.
+[[nodiscard]] std::map<std::string, std::string> callbackParameters(const std::string& html);
+
+} // namespace velmora::server
