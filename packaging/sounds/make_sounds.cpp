@@ -46,8 +46,8 @@ Samples tink() {
         double frequency, amplitude, decay; // Hz, relative, seconds to 1/e
     };
     constexpr Partial partials[] = {
-        {1'760.0, 0.35, 0.034}, {2'640.0, 1.00, 0.030}, {2'652.0, 0.35, 0.026},
-        {4'715.0, 0.42, 0.016}, {7'276.0, 0.20, 0.008}, {10'420.0, 0.08, 0.004},
+        {1'760.0, 0.35, 0.034}, {2'640.0, 1.00, 0.030},  {4'715.0, 0.42, 0.016},
+        {7'276.0, 0.20, 0.008}, {10'420.0, 0.08, 0.004},
     };
     Samples samples = silence(0.120);
     for (std::size_t i = 0; i < samples.size(); ++i) {

@@ -25,7 +25,8 @@ FfmpegInput openContainer(const QString& path) {
     AVFormatContext* opened = nullptr;
     checkFfmpeg(path, avformat_open_input(&opened, fileUrl(path).constData(), nullptr, nullptr));
     FfmpegInput input(opened);
-    checkFfmpeg(path, avformat_find_stream_info(opened, nullptr));
+    if (opened->nb_streams != 1)
+        throw FfmpegError(path, AVERROR_INVALIDDATA);
     return input;
 }
 

@@ -17,10 +17,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-double secondsSince(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 /// A recording during which things break.
 class PulseAudioEngineLossTest : public testing::Test {
 protected:
@@ -42,8 +38,16 @@ protected:
             },
             20'000);
     }
-    /// How much longer the time since the start was than what was recorded of it.
-    double missingSeconds() const { return secondsSince(m_started) - m_recording.seconds(); }
+    /// Whether what was recorded is as long as the time since the start, but for the way to the first sample
+    /// and the buffer under way. A busy machine may be late with it.
+    bool keepsPace() const {
+        return QTest::qWaitFor(
+            [this] {
+                const double passed = std::chrono::duration<double>(Clock::now() - m_started).count();
+                return std::abs(passed - m_recording.seconds()) < 0.3;
+            },
+            5'000);
+    }
 
     PrivatePulseServer m_server;
     QByteArray m_microphone;
@@ -52,10 +56,6 @@ protected:
     PulseAudioEngine m_engine{m_connection};
     Clock::time_point m_started;
 };
-
-// What a recording may be shorter than the time by: the way from the start to the first sample and the buffer
-// under way, with room for a busy machine.
-constexpr double slack = 0.4;
 
 } // namespace
 
@@ -66,7 +66,7 @@ TEST_F(PulseAudioEngineLossTest, ChosenDeviceUnplugged_WhileRecording_SilenceKee
     ASSERT_TRUE(waitUntilToneIs(0));
     const double then = m_recording.seconds();
     ASSERT_TRUE(m_recording.waitForSeconds(then + 1));
-    EXPECT_NEAR(missingSeconds(), 0, slack);
+    EXPECT_TRUE(keepsPace());
 }
 
 TEST_F(PulseAudioEngineLossTest, ChosenDevicePluggedInAgain_WhileRecording_IsTakenUp) {
@@ -76,7 +76,7 @@ TEST_F(PulseAudioEngineLossTest, ChosenDevicePluggedInAgain_WhileRecording_IsTak
     ASSERT_TRUE(waitUntilToneIs(0));
     m_server.plugInAgain(u"mic"_s);
     ASSERT_TRUE(waitUntilToneIs(0.5));
-    EXPECT_NEAR(missingSeconds(), 0, slack);
+    EXPECT_TRUE(keepsPace());
 }
 
 TEST_F(PulseAudioEngineLossTest, ChosenDeviceUnplugged_AnotherThere_IsNotReplaced) {
@@ -110,7 +110,7 @@ TEST_F(PulseAudioEngineLossTest, DefaultDeviceUnplugged_OnlyMonitorLeft_HearsNot
     ASSERT_TRUE(m_recording.waitForSeconds(then + 1.5));
     EXPECT_EQ(peakOf(m_recording.last(1.4)), 0);
     EXPECT_LT(measureTone(m_recording.samples(), 1500, 48'000), 0.001);
-    EXPECT_NEAR(missingSeconds(), 0, slack);
+    EXPECT_TRUE(keepsPace());
 }
 
 TEST_F(PulseAudioEngineLossTest, DeviceSuspended_WhileRecording_SilenceUntilItIsResumed) {
@@ -119,7 +119,7 @@ TEST_F(PulseAudioEngineLossTest, DeviceSuspended_WhileRecording_SilenceUntilItIs
     ASSERT_TRUE(waitUntilToneIs(0));
     m_server.pactl({u"suspend-source"_s, u"mic"_s, u"0"_s});
     ASSERT_TRUE(waitUntilToneIs(0.5));
-    EXPECT_NEAR(missingSeconds(), 0, slack);
+    EXPECT_TRUE(keepsPace());
 }
 
 TEST_F(PulseAudioEngineLossTest, ServerKilled_WhileRecording_SilenceKeepsPace) {
@@ -128,7 +128,7 @@ TEST_F(PulseAudioEngineLossTest, ServerKilled_WhileRecording_SilenceKeepsPace) {
     ASSERT_TRUE(waitUntilToneIs(0));
     const double then = m_recording.seconds();
     ASSERT_TRUE(m_recording.waitForSeconds(then + 1.2));
-    EXPECT_NEAR(missingSeconds(), 0, slack);
+    EXPECT_TRUE(keepsPace());
     m_engine.stop();
     m_recording.clear();
     EXPECT_EQ(m_engine.authorization(), MicrophoneAuthorization::Denied);
@@ -143,7 +143,7 @@ TEST_F(PulseAudioEngineLossTest, ServerRestarted_WhileRecording_CapturesAgain) {
     m_server.loadHummingMicrophone(u"mic"_s, 500, 44'100);
     ASSERT_TRUE(waitUntilToneIs(0.5));
     EXPECT_EQ(m_recording.format(), (AudioFormat{48'000, 1}));
-    EXPECT_NEAR(missingSeconds(), 0, slack);
+    EXPECT_TRUE(keepsPace());
 }
 
 TEST_F(PulseAudioEngineLossTest, ServerRestarted_BetweenRecordings_NextStartWorks) {
