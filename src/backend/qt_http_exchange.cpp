@@ -24,7 +24,8 @@ bool isTransportFailure(const QNetworkReply* reply) {
     switch (reply->error()) {
     case QNetworkReply::NoError:
         return false;
-    case QNetworkReply::ContentReSendError:
+    case QNetworkReply::ContentReSendError: // these two it would send again, without asking for our policy
+        return statusOf(reply) != 307 && statusOf(reply) != 308;
     case QNetworkReply::ProtocolUnknownError:
     case QNetworkReply::ProtocolFailure:
         return true;
@@ -117,6 +118,8 @@ void QtHttpExchange::yieldHead() {
 }
 
 void QtHttpExchange::yieldBody() {
+    if (!m_reply->isOpen()) // closed by a timeout
+        return;
     if (QByteArray piece = m_reply->readAll(); !piece.isEmpty())
         m_body->yield(std::move(piece));
 }
