@@ -104,6 +104,12 @@ XcbEvent X11Connection::nextEvent() {
     return event;
 }
 
+bool X11Connection::hasWaitingEvents() {
+    if (XcbEvent event{xcb_poll_for_queued_event(m_connection)})
+        m_backlog.push_back(std::move(event));
+    return !m_backlog.empty();
+}
+
 XcbEvent X11Connection::waitForEvent(std::chrono::milliseconds timeout) {
     using Clock = std::chrono::steady_clock;
     const auto deadline = Clock::now() + timeout;

@@ -56,6 +56,8 @@ public:
 
     /// The next event that has arrived, or null. Never waits.
     [[nodiscard]] XcbEvent nextEvent();
+    /// Whether nextEvent() has one without asking the server, as it may after a wait for a reply.
+    [[nodiscard]] bool hasWaitingEvents();
     /// The next event, or null when none comes in that time.
     [[nodiscard]] XcbEvent waitForEvent(std::chrono::milliseconds timeout);
     void flush() { xcb_flush(m_connection); }

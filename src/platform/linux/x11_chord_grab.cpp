@@ -1,0 +1,116 @@
+#include "platform/linux/x11_chord_grab.h"
+
+#include "platform/linux/x11_held_modifiers.h"
+#include "platform/linux/x11_injection_guard.h"
+
+namespace velmora {
+namespace {
+
+// The raw events are the tap's: the server hides them from the owner of a grab that doesn't ask for them.
+constexpr uint32_t grabbedEvents = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_KEY_RELEASE |
+                                   XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
+                                   XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+constexpr uint32_t anyModifier = 0x80000000;
+
+} // namespace
+
+X11ChordGrab::X11ChordGrab(X11Connection& connection)
+    : m_connection(connection) {}
+
+X11ChordGrab::~X11ChordGrab() {
+    ungrabAll();
+    m_leftDown.merge(m_passedOn);
+    for (const xcb_keycode_t key : m_leftDown)
+        post(XCB_KEY_RELEASE, key);
+}
+
+void X11ChordGrab::set(const std::vector<X11Keyboard>& keyboards, std::vector<xcb_keycode_t> keys,
+                       const std::vector<uint32_t>& states) {
+    ungrabAll();
+    std::erase_if(m_detached, [&](const auto& each) {
+        return std::ranges::find(keyboards, each.first, &X11Keyboard::id) == keyboards.end();
+    });
+    m_keys = states.empty() ? std::vector<xcb_keycode_t>() : std::move(keys);
+    if (m_keys.empty())
+        return;
+    bool all = true;
+    for (const X11Keyboard& keyboard : keyboards) {
+        if (!keyboard.isReal)
+            continue;
+        m_keyboards.push_back(keyboard);
+        for (const xcb_keycode_t key : m_keys)
+            all = grab(keyboard, key, states) && all;
+    }
+    m_sessionKeyboard = m_keyboards.empty() || !all;
+    for (const xcb_keycode_t key : m_keys) {
+        for (const uint32_t state : states) {
+            if (m_sessionKeyboard)
+                xcb_grab_key(m_connection.get(), false, m_connection.root(), static_cast<uint16_t>(state),
+                             key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        }
+    }
+    m_connection.flush();
+}
+
+bool X11ChordGrab::grab(const X11Keyboard& keyboard, xcb_keycode_t key, const std::vector<uint32_t>& states) {
+    xcb_generic_error_t* error = nullptr; // a keyboard that has just gone
+    const XcbReply<xcb_input_xi_passive_grab_device_reply_t> refused(xcb_input_xi_passive_grab_device_reply(
+        m_connection.get(),
+        xcb_input_xi_passive_grab_device(
+            m_connection.get(), XCB_CURRENT_TIME, m_connection.root(), XCB_CURSOR_NONE, key, keyboard.id,
+            static_cast<uint16_t>(states.size()), 1, XCB_INPUT_GRAB_TYPE_KEYCODE,
+            XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC, false, &grabbedEvents, states.data()),
+        &error));
+    const XcbReply<xcb_generic_error_t> freed(error);
+    return refused && refused->num_modifiers == 0;
+}
+
+void X11ChordGrab::ungrabAll() {
+    for (const xcb_keycode_t key : m_keys) {
+        for (const X11Keyboard& keyboard : m_keyboards)
+            xcb_input_xi_passive_ungrab_device(m_connection.get(), m_connection.root(), key, keyboard.id, 1,
+                                               XCB_INPUT_GRAB_TYPE_KEYCODE, &anyModifier);
+        if (m_sessionKeyboard)
+            xcb_ungrab_key(m_connection.get(), key, m_connection.root(), XCB_MOD_MASK_ANY);
+    }
+    m_keyboards.clear();
+    m_keys.clear();
+    m_sessionKeyboard = false;
+    m_connection.flush();
+}
+
+void X11ChordGrab::handleGrabbed(const xcb_input_key_press_event_t& event) {
+    const auto key = static_cast<xcb_keycode_t>(event.detail);
+    if (event.event_type == XCB_INPUT_KEY_PRESS) {
+        const auto& [chord, isNew] = m_detached.try_emplace(event.deviceid, key);
+        const bool isRepeat = event.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT;
+        if (isNew || isRepeat || chord->second == key)
+            return;
+        m_passedOn.insert(key);
+        post(XCB_KEY_PRESS, key);
+        return;
+    }
+    // Also of keys that went down before the chord's, and of the chord's own: a repeat of it may have been
+    // what detached the keyboard, if the modifiers came later. The server drops it where the key isn't down.
+    m_passedOn.erase(key);
+    post(XCB_KEY_RELEASE, key);
+    const auto chord = m_detached.find(event.deviceid);
+    if (chord != m_detached.end() && chord->second == key) {
+        m_detached.erase(chord);
+        m_leftDown.merge(m_passedOn);
+    }
+}
+
+void X11ChordGrab::handleRelease(xcb_keycode_t key) {
+    if (m_leftDown.erase(key) > 0)
+        post(XCB_KEY_RELEASE, key);
+}
+
+void X11ChordGrab::post(uint8_t kind, xcb_keycode_t key) {
+    const X11InjectionGuard guard;
+    fakeKey(m_connection, kind, key);
+    XcbReply<xcb_get_input_focus_reply_t>( // a round trip
+        xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
+}
+
+} // namespace velmora
