@@ -110,6 +110,11 @@ void TargetApplication::start(const QString& program, const QStringList& argumen
                               const QByteArray& windowClass) {
     X11Connection x;
     const xcb_window_t before = activeWindow(x);
+    // Nothing of a program that an earlier test has ended, such as its offer to restore a document.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME"})
+        environment.insert(QLatin1String(variable), path("home"));
+    m_process.setProcessEnvironment(environment);
     m_process.setChildProcessModifier([] { ::setpgid(0, 0); });
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     m_process.setStandardOutputFile(path("log"));
