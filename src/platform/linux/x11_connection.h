@@ -34,7 +34,9 @@ public:
     [[nodiscard]] bool isOpen() const { return m_screen && !xcb_connection_has_error(m_connection); }
     [[nodiscard]] xcb_connection_t* get() const { return m_connection; }
     [[nodiscard]] int fileDescriptor() const { return xcb_get_file_descriptor(m_connection); }
-    [[nodiscard]] xcb_window_t root() const { return m_screen ? m_screen->root : xcb_window_t{XCB_WINDOW_NONE}; }
+    [[nodiscard]] xcb_window_t root() const {
+        return m_screen ? m_screen->root : xcb_window_t{XCB_WINDOW_NONE};
+    }
     [[nodiscard]] bool hasExtension(xcb_extension_t* extension) const;
 
     /// The atom of the name, made when there is none yet.

@@ -34,7 +34,9 @@ void fakeKey(X11Connection& connection, uint8_t kind, xcb_keycode_t key) {
 
 X11HeldModifiers::X11HeldModifiers(X11Connection& connection)
     : m_connection(connection) {
-    const Keys held = pressedKeys() & modifierKeys();
+    // A key that was pressed again here and that the user has let go of since is still down on the XTEST
+    // keyboard alone, where another press of it would count for nothing.
+    const Keys held = (pressedKeys() | pressedKeys(Keyboards::Synthetic)) & modifierKeys();
     for (std::size_t key = 0; key < held.size(); ++key) {
         if (!held[key])
             continue;
@@ -46,13 +48,13 @@ X11HeldModifiers::X11HeldModifiers(X11Connection& connection)
 X11HeldModifiers::~X11HeldModifiers() {
     if (m_released.empty())
         return;
-    const Keys before = physicallyPressedKeys();
+    const Keys before = pressedKeys(Keyboards::Physical);
     for (const xcb_keycode_t key : m_released) {
         if (before[key])
             fakeKey(m_connection, XCB_KEY_PRESS, key);
     }
     // Whoever let go between the question and our press would be left with a stuck key.
-    const Keys after = physicallyPressedKeys();
+    const Keys after = pressedKeys(Keyboards::Physical);
     for (const xcb_keycode_t key : m_released) {
         if (before[key] && !after[key])
             fakeKey(m_connection, XCB_KEY_RELEASE, key);
@@ -93,7 +95,7 @@ X11HeldModifiers::Keys X11HeldModifiers::pressedKeys() const {
     return reply ? fromBytes(reply->keys) : Keys();
 }
 
-X11HeldModifiers::Keys X11HeldModifiers::physicallyPressedKeys() const {
+X11HeldModifiers::Keys X11HeldModifiers::pressedKeys(Keyboards which) const {
     xcb_connection_t* x = m_connection.get();
     const XcbReply<xcb_input_xi_query_device_reply_t> devices(
         xcb_input_xi_query_device_reply(x, xcb_input_xi_query_device(x, XCB_INPUT_DEVICE_ALL), nullptr));
@@ -104,7 +106,8 @@ X11HeldModifiers::Keys X11HeldModifiers::physicallyPressedKeys() const {
          xcb_input_xi_device_info_next(&device)) {
         const QByteArray name(xcb_input_xi_device_info_name(device.data),
                               xcb_input_xi_device_info_name_length(device.data));
-        if (device.data->type != XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD || name.contains("XTEST"))
+        const Keyboards kind = name.contains("XTEST") ? Keyboards::Synthetic : Keyboards::Physical;
+        if (device.data->type != XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD || kind != which)
             continue;
         const XcbReply<xcb_input_query_device_state_reply_t> state(xcb_input_query_device_state_reply(
             x, xcb_input_query_device_state(x, static_cast<uint8_t>(device.data->deviceid)), nullptr));

@@ -18,10 +18,11 @@ public:
 
 private:
     using Keys = std::bitset<256>;
+    enum class Keyboards { Physical, Synthetic };
 
     [[nodiscard]] Keys modifierKeys() const;
     [[nodiscard]] Keys pressedKeys() const;
-    [[nodiscard]] Keys physicallyPressedKeys() const;
+    [[nodiscard]] Keys pressedKeys(Keyboards which) const;
 
     X11Connection& m_connection;
     std::vector<xcb_keycode_t> m_released;

@@ -2,6 +2,7 @@
 
 #include "platform/linux/x11_held_modifiers.h"
 #include "platform/linux/x11_paste_keys.h"
+#include "platform/linux/x11_window_class.h"
 
 #include <xcb/xinput.h>
 #include <xcb/xtest.h>
@@ -94,22 +95,10 @@ std::optional<X11KeyPoster::Target> X11KeyPoster::focusedTarget() {
     return Target{client, isTerminal(focus->focus)};
 }
 
-// The focus may be in a window inside the one that carries the class.
 bool X11KeyPoster::isTerminal(xcb_window_t window) {
-    xcb_connection_t* x = m_connection.get();
-    while (window != XCB_WINDOW_NONE && window != m_connection.root()) {
-        const QByteArray classes = m_connection.property(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING);
-        if (!classes.isEmpty()) {
-            const QList<QByteArray> names = classes.split('\0');
-            return std::ranges::any_of(names, [this](const QByteArray& name) {
-                return m_terminals.contains(QString::fromLatin1(name).toLower());
-            });
-        }
-        const XcbReply<xcb_query_tree_reply_t> tree(
-            xcb_query_tree_reply(x, xcb_query_tree(x, window), nullptr));
-        window = tree ? tree->parent : xcb_window_t{XCB_WINDOW_NONE};
-    }
-    return false;
+    const auto found = findWindowClass(m_connection, window);
+    return found &&
+           (m_terminals.contains(found->name.toLower()) || m_terminals.contains(found->instance.toLower()));
 }
 
 void X11KeyPoster::postPasteChord(const Target& target) {

@@ -20,6 +20,10 @@ xcb_window_t activeWindow(X11Connection& x) {
     return x.property32(x.root(), x.atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW);
 }
 
+QByteArray bytesOf(xcb_window_t window) {
+    return {reinterpret_cast<const char*>(&window), sizeof window};
+}
+
 QString activeTitle() {
     X11Connection x;
     return QString::fromUtf8(x.property(activeWindow(x), x.atom("_NET_WM_NAME")));
@@ -47,6 +51,9 @@ TargetApplication::~TargetApplication() {
     thaw();
     ::kill(static_cast<pid_t>(-m_process.processId()), SIGKILL);
     m_process.waitForFinished();
+    // The next program may get the same window ID, and must not be taken for this one.
+    X11Connection x;
+    waitUntil([&] { return !x.property(x.root(), x.atom("_NET_CLIENT_LIST")).contains(bytesOf(m_window)); });
 }
 
 std::unique_ptr<TargetApplication> TargetApplication::mousepad() {
@@ -109,16 +116,23 @@ std::unique_ptr<TargetApplication> TargetApplication::chromium() {
 void TargetApplication::start(const QString& program, const QStringList& arguments,
                               const QByteArray& windowClass) {
     X11Connection x;
-    const xcb_window_t before = activeWindow(x);
+    // Nothing of a program that an earlier test has ended, such as its offer to restore a document.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* variable : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME"})
+        environment.insert(QLatin1String(variable), path("home"));
+    m_process.setProcessEnvironment(environment);
     m_process.setChildProcessModifier([] { ::setpgid(0, 0); });
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     m_process.setStandardOutputFile(path("log"));
     m_process.start(program, arguments);
     m_ready = waitUntil(
         [&] {
-            const xcb_window_t now = activeWindow(x);
-            return now != XCB_WINDOW_NONE && now != before &&
-                   x.property(now, XCB_ATOM_WM_CLASS).split('\0').contains(windowClass);
+            m_window = activeWindow(x);
+            // The window manager may still name the one before, when both have the same ID.
+            const XcbReply<xcb_get_input_focus_reply_t> focus(
+                xcb_get_input_focus_reply(x.get(), xcb_get_input_focus(x.get()), nullptr));
+            return x.property(m_window, XCB_ATOM_WM_CLASS).split('\0').contains(windowClass) && focus &&
+                   x.clientOf(focus->focus) == x.clientOf(m_window);
         },
         30s);
 }

@@ -41,6 +41,7 @@ private:
     QTemporaryDir m_folder;
     QProcess m_process;
     Read m_read;
+    quint32 m_window = 0;
     bool m_ready = false;
 };
 
