@@ -37,12 +37,12 @@ void PulseAudioEngine::useDefaultInput() {
 }
 
 void PulseAudioEngine::setInputDevice(const QString& uniqueID) {
-    const PulseConnection::Lock lock(m_connection);
+    const std::vector<AudioInput> inputs = availableInputs();
+    if (std::ranges::find(inputs, uniqueID, &AudioInput::uniqueID) == inputs.end()) {
+        useDefaultInput();
+        throw AudioDeviceError(AudioDeviceError::NotFound{uniqueID});
+    }
     m_device = uniqueID.toUtf8();
-    if (findInput())
-        return;
-    useDefaultInput();
-    throw AudioDeviceError(AudioDeviceError::NotFound{uniqueID});
 }
 
 AudioFormat PulseAudioEngine::inputFormat() {

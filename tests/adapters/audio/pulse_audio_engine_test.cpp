@@ -121,9 +121,10 @@ TEST_F(PulseAudioEngineTest, SetInputDevice_NoSuchDevice_ThrowsNotFoundAndUsesDe
     EXPECT_TRUE(waitForTone(500));
 }
 
-TEST_F(PulseAudioEngineTest, SetInputDevice_Monitor_ThrowsNotFound) {
-    EXPECT_EQ(reasonOf([&] { m_engine.setInputDevice(u"speakers.monitor"_s); }),
-              AudioDeviceError::Reason(AudioDeviceError::NotFound{u"speakers.monitor"_s}));
+TEST_F(PulseAudioEngineTest, SetInputDevice_WhateverElseTheServerWouldTake_ThrowsNotFound) {
+    for (const QString& name : {u"speakers.monitor"_s, u"@DEFAULT_SOURCE@"_s, u"0"_s, u"low_mi"_s, QString()})
+        EXPECT_EQ(reasonOf([&] { m_engine.setInputDevice(name); }),
+                  AudioDeviceError::Reason(AudioDeviceError::NotFound{name}));
 }
 
 TEST_F(PulseAudioEngineTest, Start_ChosenDeviceUnpluggedSince_ThrowsNotFound) {
