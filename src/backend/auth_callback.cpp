@@ -1,5 +1,6 @@
 #include "backend/auth_callback.h"
 
+#include <QRegularExpression>
 #include <QStringDecoder>
 #include <QUrl>
 
@@ -12,10 +13,11 @@ QString percentDecoded(QStringView text) {
     return utf8.hasError() ? QString() : decoded;
 }
 
-/// QUrl lower-cases scheme and host; this gives back how `part` was written from `from` on.
-QString asWritten(const QString& url, const QString& part, qsizetype from = 0) {
-    const qsizetype start = url.indexOf(part, from, Qt::CaseInsensitive);
-    return start < 0 ? part : url.mid(start, part.size());
+/// The host as it was written: QUrl lower-cases its own.
+QString hostOf(const QString& url) {
+    static const QRegularExpression form(
+        QStringLiteral(R"(\A[^:/?#]*://(?:[^/?#]*@)?(\[[^\]]*\]|[^:/?#]*))"));
+    return form.match(url).captured(1);
 }
 
 } // namespace
@@ -25,10 +27,10 @@ AuthCallback parseAuthCallback(const QString& text) {
     if (!url.isValid())
         return {};
     AuthCallback callback;
-    callback.scheme = asWritten(text, url.scheme());
-    callback.host = asWritten(text, url.host(), url.scheme().size());
+    callback.scheme = text.left(url.scheme().size());
+    callback.host = hostOf(text);
     const QString query = url.query(QUrl::FullyEncoded);
-    for (const QStringView item : QStringView(query).split(u'&')) {
+    for (const QStringView item : QStringView(query).split(u'&', Qt::SkipEmptyParts)) {
         const qsizetype mark = item.indexOf(u'=');
         const QString name = percentDecoded(mark < 0 ? item : item.first(mark));
         callback.items.insert(name, mark < 0 ? QString() : percentDecoded(item.sliced(mark + 1)));
