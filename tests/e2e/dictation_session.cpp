@@ -52,7 +52,13 @@ DictationSession::DictationSession(bool signIn)
     write(script,
           "#!/bin/sh\nprintf %s \"$1\" > '" + note + ".part'; mv '" + note + ".part' '" + note + "'\n");
     QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    qputenv("BROWSER", script.toUtf8());
+    const QString applications = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                                 QStringLiteral("/applications");
+    write(applications + QStringLiteral("/noting-browser.desktop"),
+          "[Desktop Entry]\nType=Application\nName=Browser\nExec=" + script.toUtf8() + " %u\n");
+    QProcess::execute(QStringLiteral("xdg-mime"),
+                      {QStringLiteral("default"), QStringLiteral("noting-browser.desktop"),
+                       QStringLiteral("x-scheme-handler/http")});
     QProcess::execute(QStringLiteral("flite"),
                       {QStringLiteral("-voice"), QStringLiteral("kal16"), QStringLiteral("-t"),
                        QLatin1String(sentence), QStringLiteral("-o"),
@@ -87,6 +93,11 @@ void DictationSession::restartApplication() {
     environment.insert(QStringLiteral("VelmorLandingURL"), address());
     m_application = std::make_unique<Program>(QStringLiteral(VELMORA_PROGRAM), QStringList(), environment);
     (void)m_application->says("tap active");
+}
+
+void DictationSession::setDefaults(const QByteArray& json) {
+    write(defaultsPath(), json);
+    restartApplication();
 }
 
 QString DictationSession::requestSignInPage() {

@@ -46,7 +46,7 @@ public:
     /// How many words of the sentence are in the text.
     [[nodiscard]] static int wordsHeard(const QString& text);
 
-    /// Writes the user-defaults file, as an editor does, and waits until the application has seen it.
+    /// Restarts the application with these user defaults.
     void setDefaults(const QByteArray& json);
     /// Sets a preference of the signed-in account.
     void setPreference(const QByteArray& json);

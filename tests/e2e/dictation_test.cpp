@@ -87,7 +87,7 @@ TEST_F(DictationTest, DoubleTap_LatchesUntilTheNextPress) {
 }
 
 TEST_F(DictationTest, LoneTap_IsTooShortAndTypesNothing) {
-    session.setDefaults(R"({"minDuration": 5})"); // a lone tap records half a second, which could pass
+    session.setDefaults(R"({"minDuration": 1})"); // a lone tap records half a second, which could pass
     session.keyboard().tap(key::rightControl);
     ASSERT_TRUE(session.application().says("Слишком коротко — удерживайте клавишу дольше"));
     expectNothingDictated();

@@ -1,6 +1,7 @@
 #include "platform/linux/x11_key_poster.h"
 
 #include "platform/linux/x11_held_modifiers.h"
+#include "platform/linux/x11_injection_guard.h"
 #include "platform/linux/x11_paste_keys.h"
 #include "platform/linux/x11_window_class.h"
 
@@ -63,10 +64,8 @@ constexpr const char* knownTerminals[] = {"alacritty",
 
 } // namespace
 
-X11KeyPoster::X11KeyPoster(X11Connection& connection, const QStringList& moreTerminals,
-                           InjectionNotice notice)
-    : m_connection(connection)
-    , m_notice(std::move(notice)) {
+X11KeyPoster::X11KeyPoster(X11Connection& connection, const QStringList& moreTerminals)
+    : m_connection(connection) {
     for (const char* name : knownTerminals)
         m_terminals << QLatin1String(name);
     for (const QString& name : moreTerminals)
@@ -105,8 +104,7 @@ void X11KeyPoster::postPasteChord(const Target& target) {
     const auto keys = findPasteKeys(m_connection, target.isTerminal);
     if (!keys)
         return;
-    if (m_notice)
-        m_notice(true);
+    const X11InjectionGuard injecting;
     {
         const X11HeldModifiers held(m_connection);
         fakeKey(m_connection, XCB_KEY_PRESS, keys->modifier);
@@ -117,8 +115,6 @@ void X11KeyPoster::postPasteChord(const Target& target) {
     // A round trip: the server has done it all when it answers.
     XcbReply<xcb_get_input_focus_reply_t>(
         xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
-    if (m_notice)
-        m_notice(false);
 }
 
 } // namespace velmora

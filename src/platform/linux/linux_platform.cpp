@@ -1,1 +1,0 @@
-// Present so that the folder is a library from the first day.
