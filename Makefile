@@ -43,6 +43,7 @@ format: ## Lay out the sources as .clang-format says
 
 tidy: ## Check the sources with clang-tidy
 	@scripts/packages install build test tidy
+	@scripts/build release
 	@scripts/tidy
 
 install: build ## Install under PREFIX (/usr/local)

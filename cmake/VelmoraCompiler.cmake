@@ -16,7 +16,7 @@ add_compile_options(-pthread)
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     # moc writes a semicolon behind Q_OBJECT's last member, and QCoro's awaiters hide a member of their base.
-    add_compile_options(-Wno-extra-semi -Wno-error=overloaded-virtual)
+    add_compile_options(-Wno-extra-semi -Wno-error=overloaded-virtual -Wno-missing-designated-field-initializers)
 endif()
 add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_URL_CAST_FROM_STRING)
 

@@ -24,7 +24,7 @@ int serve(const velmora::server::ServerOptions& options) {
     umask(S_IRWXG | S_IRWXO);
 
     const velmora::server::Server server(options, velmora::server::makeRecogniser(options));
-    std::cout << "velmora-server listens on http://" << server.address() << std::endl;
+    std::cout << "velmora-server listens on http://" << server.address() << '\n' << std::flush;
     int signal = 0;
     sigwait(&endSignals, &signal);
     return EXIT_SUCCESS;

@@ -42,7 +42,7 @@ void checkLength(const std::string& password) {
 
 } // namespace
 
-SignInService::SignInService(AccountStore& accounts, PasswordHasher& hasher, Clock clock)
+SignInService::SignInService(AccountStore& accounts, PasswordHasher& hasher, const Clock& clock)
     : m_accounts(accounts)
     , m_hasher(hasher)
     , m_attemptsByEmail(attemptsPerEmail, attemptWindow, clock)

@@ -28,7 +28,7 @@ private:
 /// Decides who gets in. All methods fail with SignInFailure.
 class SignInService {
 public:
-    SignInService(AccountStore& accounts, PasswordHasher& hasher, Clock clock);
+    SignInService(AccountStore& accounts, PasswordHasher& hasher, const Clock& clock);
 
     /// `peer` is the client's address; attempts are limited for it and for the e-mail address.
     [[nodiscard]] Account signIn(const std::string& email, const std::string& password,

@@ -9,6 +9,7 @@
 #include "pages/sign_in_page.h"
 
 #include <Poco/Net/HTMLForm.h>
+#include <Poco/Net/SocketAddress.h>
 
 namespace velmora::server {
 

@@ -3,6 +3,8 @@
 #include <Poco/Exception.h>
 #include <Poco/Net/StreamSocket.h>
 
+#include <utility>
+
 namespace velmora::server {
 
 struct ConnectionWatch::Entry {

@@ -6,6 +6,7 @@
 #include <Poco/JSON/Parser.h>
 #include <Poco/Net/HTTPServerRequestImpl.h>
 #include <Poco/Net/HTTPServerResponse.h>
+#include <Poco/Net/StreamSocket.h>
 #include <Poco/URI.h>
 #include <sys/socket.h>
 

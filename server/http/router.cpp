@@ -2,6 +2,8 @@
 
 #include "http/http_error.h"
 
+#include <sstream>
+
 namespace velmora::server {
 
 namespace {

@@ -2,6 +2,8 @@
 
 #include "accounts/random_token.h"
 
+#include <sstream>
+
 namespace velmora::server {
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cctype>
+#include <sstream>
 
 namespace velmora::server {
 

@@ -4,6 +4,8 @@
 
 #include <unistd.h>
 
+#include <mutex>
+
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>

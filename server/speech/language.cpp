@@ -3,6 +3,8 @@
 #include <Poco/RegularExpression.h>
 #include <Poco/String.h>
 
+#include <map>
+
 namespace velmora::server {
 
 std::optional<Language> Language::fromPreference(const std::string& value) {

@@ -2,6 +2,7 @@
 
 #include "speech/sample_rate.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 

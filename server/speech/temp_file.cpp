@@ -1,9 +1,9 @@
 #include "speech/temp_file.h"
 
 #include <fcntl.h>
-#include <stdlib.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <system_error>
 
 namespace velmora::server {

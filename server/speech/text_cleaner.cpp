@@ -5,7 +5,9 @@
 #include <Poco/Unicode.h>
 #include <Poco/UnicodeConverter.h>
 
+#include <algorithm>
 #include <set>
+#include <sstream>
 
 namespace velmora::server {
 
@@ -39,7 +41,7 @@ std::vector<std::string> split(std::string_view text) {
     std::vector<std::string> words;
     std::istringstream stream{std::string(text)};
     for (std::string word; stream >> word;) {
-        words.push_back(std::move(word));
+        words.push_back(word);
     }
     return words;
 }

@@ -27,8 +27,7 @@ bool isUsable(double rate) {
 } // namespace
 
 FfmpegAudioConverter::FfmpegAudioConverter(const AudioFormat& from, double targetRate)
-    : m_from(from)
-    , m_targetRate(targetRate) {
+    : m_from(from) {
     if (!isUsable(from.sampleRate) || !isUsable(targetRate) || from.channels < 1)
         throw PlainError(QStringLiteral("%1: %2 Hz with %3 channels to %4 Hz")
                              .arg(subject())

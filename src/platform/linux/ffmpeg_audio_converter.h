@@ -19,7 +19,6 @@ private:
     std::vector<float> resample(const float* mono, int frames);
 
     AudioFormat m_from;
-    double m_targetRate;
     FfmpegPtr<SwrContext> m_resampler;
 };
 

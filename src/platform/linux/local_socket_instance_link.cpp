@@ -4,6 +4,7 @@
 
 #include <QLocalSocket>
 #include <QStandardPaths>
+#include <QUrl>
 
 namespace velmora {
 namespace {

@@ -37,7 +37,7 @@ X11PasteEngine::X11PasteEngine(MainLoop& loop, const QByteArray& display, const 
         });
     }
     xcb_connection_t* x = m_connection.get();
-    XcbReply<xcb_xfixes_query_version_reply_t>(
+    const XcbReply<xcb_xfixes_query_version_reply_t> version(
         xcb_xfixes_query_version_reply(x, xcb_xfixes_query_version(x, 1, 0), nullptr));
     m_fixesEvent = xcb_get_extension_data(x, &xcb_xfixes_id)->first_event;
     xcb_xfixes_select_selection_input(x, m_clipboard.window(), m_clipboard.selection(),
@@ -94,13 +94,13 @@ std::optional<QString> X11PasteEngine::string(const std::optional<QString>& ownW
 }
 
 void X11PasteEngine::write(const std::optional<QString>& text) {
-    m_line.push_back(Write{text});
+    m_line.emplace_back(Write{text});
     advance();
     dispatch();
 }
 
 void X11PasteEngine::paste(const std::optional<QString>& text) {
-    m_line.push_back(Paste{text});
+    m_line.emplace_back(Paste{text});
     advance();
     dispatch();
 }

@@ -79,7 +79,7 @@ private:
     bool m_isUsable = false;
 };
 
-std::unique_ptr<X11PasteQueue> X11PasteQueue::open(MainLoop& loop, Options options) {
+std::unique_ptr<X11PasteQueue> X11PasteQueue::open(MainLoop& loop, const Options& options) {
     auto worker = std::make_unique<Worker>(options);
     if (!worker->isUsable())
         return nullptr;

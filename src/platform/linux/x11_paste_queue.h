@@ -27,7 +27,7 @@ public:
     };
 
     /// Null when there is no X server, or one without XTEST and XFIXES.
-    [[nodiscard]] static std::unique_ptr<X11PasteQueue> open(MainLoop& loop, Options options);
+    [[nodiscard]] static std::unique_ptr<X11PasteQueue> open(MainLoop& loop, const Options& options);
     /// Puts the user's text back if that is still due, and leaves it with the desktop's clipboard manager.
     ~X11PasteQueue() override;
     X11PasteQueue(const X11PasteQueue&) = delete;
