@@ -11,10 +11,27 @@ KeyWindow::KeyWindow()
     xcb_create_window(m_x.get(), XCB_COPY_FROM_PARENT, m_window, m_x.root(), 0, 0, size, size, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
     xcb_map_window(m_x.get(), m_window);
-    while (const XcbEvent event = m_x.waitForEvent(5s)) {
-        if (typeOf(*event) == XCB_FOCUS_IN)
-            break;
+    // A window manager that has only just started may take it for one of those it finds, which get no focus.
+    for (int attempt = 0; attempt < 25; ++attempt) {
+        while (const XcbEvent event = m_x.waitForEvent(200ms)) {
+            if (typeOf(*event) == XCB_FOCUS_IN)
+                return;
+        }
+        askForFocus();
     }
+}
+
+void KeyWindow::askForFocus() {
+    constexpr uint32_t fromAPager = 2;
+    xcb_client_message_event_t request{};
+    request.response_type = XCB_CLIENT_MESSAGE;
+    request.format = 32;
+    request.window = m_window;
+    request.type = m_x.atom("_NET_ACTIVE_WINDOW");
+    request.data.data32[0] = fromAPager;
+    xcb_send_event(m_x.get(), false, m_x.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&request));
 }
 
 std::vector<KeyWindow::Key> KeyWindow::takeKeys() {

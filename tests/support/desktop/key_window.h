@@ -26,6 +26,7 @@ public:
     [[nodiscard]] bool grabKeyboard();
 
 private:
+    void askForFocus();
     void read();
 
     X11Connection m_x;
