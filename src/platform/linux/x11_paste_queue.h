@@ -22,10 +22,10 @@ namespace velmora {
 class X11PasteQueue final : public Pasteboard, public KeyPoster {
 public:
     struct Options {
-        QByteArray display;        ///< empty for the session's own
-        QStringList moreTerminals; ///< WM_CLASS names of programs to treat as terminals
+        QByteArray display = {};        ///< empty for the session's own
+        QStringList moreTerminals = {}; ///< WM_CLASS names of programs to treat as terminals
         /// Called around synthetic keys, with true before and false after them, on the queue's thread.
-        std::function<void(bool begins)> injectionNotice;
+        std::function<void(bool begins)> injectionNotice = {};
     };
 
     /// Null when there is no X server, or one without XTEST and XFIXES.
