@@ -22,8 +22,8 @@ namespace velmora {
 class X11PasteQueue final : public Pasteboard, public KeyPoster {
 public:
     struct Options {
-        QByteArray display;        ///< empty for the session's own
-        QStringList moreTerminals; ///< WM_CLASS names of programs to treat as terminals
+        QByteArray display = {};        ///< empty for the session's own
+        QStringList moreTerminals = {}; ///< WM_CLASS names of programs to treat as terminals
     };
 
     /// Null when there is no X server, or one without XTEST and XFIXES.

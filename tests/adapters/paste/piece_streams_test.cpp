@@ -1,9 +1,6 @@
-#include "foundation/qt_main_loop.h"
-#include "platform/linux/x11_paste_queue.h"
-#include "platform/linux/x11_selection_reader.h"
+#include "paste_desktop.h"
 #include "support/desktop/physical_keyboard.h"
 #include "support/desktop/target_application.h"
-#include "support/desktop/wait_until.h"
 
 namespace velmora::test {
 namespace {
@@ -26,7 +23,7 @@ const Program programs[] = {
     {"Chromium", &TargetApplication::chromium},
 };
 
-class PieceStreams : public testing::TestWithParam<Program> {
+class PieceStreams : public PasteDesktop, public testing::WithParamInterface<Program> {
 protected:
     void SetUp() override {
         ASSERT_TRUE(m_queue);
@@ -34,40 +31,18 @@ protected:
         ASSERT_TRUE(m_target->isReady());
     }
 
-    // What the injector does for each piece of a dictation that is streaming in.
-    void paste(const QString& piece) {
-        m_queue->clearContents();
-        m_queue->setString(piece);
-        m_queue->postPasteChord();
+    void finish() {
+        putBack(QStringLiteral("прежнее"));
+        ASSERT_TRUE(waitForClipboard(QStringLiteral("прежнее")));
     }
 
-    QString pasteNumberedPieces(int count) {
-        QString all;
-        for (int number = 1; number <= count; ++number) {
-            const QString piece = QStringLiteral("раз%1 ").arg(number);
-            paste(piece);
-            all += piece;
-        }
-        return all;
-    }
-
-    // The put-back comes last, so all pieces are taken when it is up.
-    void putBack(const QString& text) {
-        m_queue->clearContents();
-        m_queue->setString(text);
-        X11SelectionReader reader;
-        ASSERT_TRUE(waitUntil([&] { return reader.read("CLIPBOARD") == text; }, 30s));
-    }
-
-    QtMainLoop m_loop;
     PhysicalKeyboard m_keyboard;
-    std::unique_ptr<X11PasteQueue> m_queue = X11PasteQueue::open(m_loop, {});
     std::unique_ptr<TargetApplication> m_target;
 };
 
 TEST_P(PieceStreams, TwentyFivePiecesAtOnce_ArriveInOrder) {
     const QString all = pasteNumberedPieces(25);
-    putBack(QStringLiteral("прежнее"));
+    finish();
 
     EXPECT_EQ(m_target->document(all).toStdString(), all.toStdString());
 }
@@ -78,7 +53,7 @@ TEST_P(PieceStreams, TargetFreezesAgainAndAgain_NothingIsLostOrDoubled) {
         m_loop.delay(400ms, [this] { m_target->thaw(); });
     });
     const QString all = pasteNumberedPieces(25);
-    putBack(QStringLiteral("прежнее"));
+    finish();
 
     EXPECT_EQ(m_target->document(all).toStdString(), all.toStdString());
 }
@@ -86,7 +61,7 @@ TEST_P(PieceStreams, TargetFreezesAgainAndAgain_NothingIsLostOrDoubled) {
 TEST_P(PieceStreams, RussianLayoutIsActive_PiecesArrive) {
     m_keyboard.setLayouts("us,ru", 1);
     const QString all = pasteNumberedPieces(5);
-    putBack(QStringLiteral("прежнее"));
+    finish();
     m_keyboard.setLayouts("us");
 
     EXPECT_EQ(m_target->document(all).toStdString(), all.toStdString());
@@ -95,7 +70,7 @@ TEST_P(PieceStreams, RussianLayoutIsActive_PiecesArrive) {
 TEST_P(PieceStreams, RussianIsTheFirstAndActiveLayout_PiecesArrive) {
     m_keyboard.setLayouts("ru,us");
     const QString all = pasteNumberedPieces(5);
-    putBack(QStringLiteral("прежнее"));
+    finish();
     m_keyboard.setLayouts("us");
 
     EXPECT_EQ(m_target->document(all).toStdString(), all.toStdString());
@@ -104,7 +79,7 @@ TEST_P(PieceStreams, RussianIsTheFirstAndActiveLayout_PiecesArrive) {
 TEST_P(PieceStreams, RussianIsTheOnlyLayout_PiecesArrive) {
     m_keyboard.setLayouts("ru");
     const QString all = pasteNumberedPieces(5);
-    putBack(QStringLiteral("прежнее"));
+    finish();
     m_keyboard.setLayouts("us");
 
     EXPECT_EQ(m_target->document(all).toStdString(), all.toStdString());
@@ -113,7 +88,7 @@ TEST_P(PieceStreams, RussianIsTheOnlyLayout_PiecesArrive) {
 TEST_P(PieceStreams, LetterKeysAreElsewhere_PiecesArrive) {
     m_keyboard.setLayouts("us(dvorak)");
     const QString all = pasteNumberedPieces(5);
-    putBack(QStringLiteral("прежнее"));
+    finish();
     m_keyboard.setLayouts("us");
 
     EXPECT_EQ(m_target->document(all).toStdString(), all.toStdString());
@@ -126,7 +101,7 @@ TEST_P(PieceStreams, ModifiersAreHeld_PiecesArriveAndTheKeysStayDown) {
         m_keyboard.press(held);
         const uint16_t modifiers = m_keyboard.modifiers();
         all += pasteNumberedPieces(2);
-        putBack(QStringLiteral("прежнее"));
+        finish();
 
         EXPECT_TRUE(m_keyboard.isDown(held));
         EXPECT_EQ(m_keyboard.modifiers(), modifiers);
@@ -140,7 +115,7 @@ TEST_P(PieceStreams, ModifiersAreHeld_PiecesArriveAndTheKeysStayDown) {
 TEST_P(PieceStreams, CapsLockIsOn_PiecesArriveAndItStaysOn) {
     m_keyboard.tap(key::capsLock);
     const QString all = pasteNumberedPieces(2);
-    putBack(QStringLiteral("прежнее"));
+    finish();
 
     EXPECT_EQ(m_keyboard.modifiers(), XCB_MOD_MASK_LOCK);
     m_keyboard.tap(key::capsLock);

@@ -110,6 +110,17 @@ std::unique_ptr<TargetApplication> TargetApplication::chromium() {
                   "Chromium");
     const auto areaHasFocus = [&] { return activeTitle().startsWith(mark); };
     target->m_ready = target->m_ready && waitUntil(areaHasFocus, 20s);
+    // Keys are lost for a while yet: wait until one comes through, then take back what there is of it.
+    const auto typed = [&] {
+        pressKeys("a");
+        return !target->m_read().isEmpty();
+    };
+    const auto empty = [&] {
+        pressKeys("ctrl+a");
+        pressKeys("BackSpace");
+        return target->m_read().isEmpty();
+    };
+    target->m_ready = target->m_ready && waitUntil(typed, 20s) && waitUntil(empty);
     return target;
 }
 
