@@ -34,7 +34,8 @@ FfmpegAudioConverter::FfmpegAudioConverter(const AudioFormat& from, double targe
                              .arg(from.sampleRate)
                              .arg(from.channels)
                              .arg(targetRate));
-    AVChannelLayout mono = AV_CHANNEL_LAYOUT_MONO;
+    AVChannelLayout mono{};
+    av_channel_layout_default(&mono, 1);
     SwrContext* allocated = nullptr;
     checkFfmpeg(subject(),
                 swr_alloc_set_opts2(&allocated, &mono, AV_SAMPLE_FMT_FLT, int(std::lround(targetRate)), &mono,
