@@ -5,12 +5,21 @@
 namespace velmora {
 namespace {
 
-QByteArrayView trimmed(QByteArrayView text, QByteArrayView characters) {
-    while (!text.isEmpty() && characters.contains(text.front()))
+template<typename Predicate>
+QByteArrayView trimmed(QByteArrayView text, Predicate drop) {
+    while (!text.isEmpty() && drop(text.front()))
         text = text.sliced(1);
-    while (!text.isEmpty() && characters.contains(text.back()))
+    while (!text.isEmpty() && drop(text.back()))
         text.chop(1);
     return text;
+}
+
+bool isReturn(char c) {
+    return c == '\r';
+}
+
+bool isBlank(char c) {
+    return c == ' ' || c == '\t';
 }
 
 } // namespace
@@ -54,14 +63,14 @@ std::optional<SseEvent> parseEventBlock(QByteArrayView block) {
     bool hasData = false;
     while (true) {
         const qsizetype end = block.indexOf('\n');
-        const QByteArrayView line = trimmed(end < 0 ? block : block.first(end), "\r");
+        const QByteArrayView line = trimmed(end < 0 ? block : block.first(end), isReturn);
         if (line.startsWith("event:")) {
-            event.name = trimmed(line.sliced(6), " \t").toByteArray();
+            event.name = trimmed(line.sliced(6), isBlank).toByteArray();
             named = true;
         } else if (line.startsWith("data:")) {
             if (hasData)
                 event.data += '\n';
-            event.data += trimmed(line.sliced(5), " \t");
+            event.data += trimmed(line.sliced(5), isBlank);
             hasData = true;
         }
         if (end < 0)

@@ -20,7 +20,8 @@ public:
     [[nodiscard]] const std::vector<QByteArray>& requests() const { return m_requests; }
     /// Everything that has come in.
     [[nodiscard]] const QByteArray& received() const { return m_received; }
-    [[nodiscard]] bool isOpen() const { return m_socket->state() == QAbstractSocket::ConnectedState; }
+    /// Until both sides have closed.
+    [[nodiscard]] bool isOpen() const { return m_socket->state() != QAbstractSocket::UnconnectedState; }
 
     /// Sends the bytes as they are, in a packet of their own.
     void write(const QByteArray& bytes);

@@ -154,6 +154,17 @@ TEST_F(QtHttpTransportTest, KeptAliveConnectionClosesWithoutReply_NoWritingReque
     }
 }
 
+TEST_F(QtHttpTransportTest, KeptAliveConnectionClosesWhileIdle_NextRequestGetsAFreshOne) {
+    replyToAll("200 OK");
+    for (const QByteArray& method : writingMethods) {
+        ASSERT_TRUE(exchange(request(method, "b")).succeeded());
+        LoopbackConnection& idle = server.connection(server.connectionCount() - 1);
+        idle.close();
+        ASSERT_TRUE(waitUntil([&] { return !idle.isOpen(); }));
+    }
+    EXPECT_EQ(server.connectionCount(), writingMethods.size());
+}
+
 TEST_F(QtHttpTransportTest, FreshConnectionClosesWithoutReply_NoWritingRequestLeavesTwice) {
     for (const QByteArray& method : writingMethods) {
         for (const QByteArray& body : {QByteArray("precious"), QByteArray()}) {
