@@ -20,6 +20,7 @@ public:
     explicit DictationSession(bool signIn = true);
 
     [[nodiscard]] Program& application() { return *m_application; }
+    [[nodiscard]] Program& backend() { return *m_backend; }
     void stopBackend() { m_backend.reset(); }
     /// On the same port and data. With `forgetKey`, access tokens issued so far are no good any more.
     void restartBackend(bool forgetKey = false);

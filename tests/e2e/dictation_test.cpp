@@ -41,7 +41,8 @@ protected:
 
     void TearDown() override {
         if (HasFailure())
-            std::cout << session.application().output().toStdString() << '\n';
+            std::cout << session.application().output().toStdString()
+                      << session.backend().output().toStdString();
     }
 
     /// The n-th dictation is in the editor, as it is in the history, and it is what was said.
