@@ -86,13 +86,15 @@ void DictationSession::restartBackend(bool forgetKey) {
     (void)m_backend->says("listens on");
 }
 
-void DictationSession::restartApplication() {
+void DictationSession::restartApplication(bool onX11) {
     m_application.reset();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("VelmorBackendURL"), address());
     environment.insert(QStringLiteral("VelmorLandingURL"), address());
+    if (!onX11)
+        environment.remove(QStringLiteral("DISPLAY"));
     m_application = std::make_unique<Program>(QStringLiteral(VELMORA_PROGRAM), QStringList(), environment);
-    (void)m_application->says("tap active");
+    (void)m_application->says(onX11 ? "tap active" : "tap failed");
 }
 
 void DictationSession::setDefaults(const QByteArray& json) {

@@ -24,7 +24,8 @@ public:
     void stopBackend() { m_backend.reset(); }
     /// On the same port and data. With `forgetKey`, access tokens issued so far are no good any more.
     void restartBackend(bool forgetKey = false);
-    void restartApplication();
+    /// With `onX11` false it finds no display.
+    void restartApplication(bool onX11 = true);
 
     /// Opens the sign-in page as the application does, and gives the page's address.
     [[nodiscard]] QString requestSignInPage();

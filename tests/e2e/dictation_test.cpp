@@ -154,6 +154,20 @@ TEST_F(DictationTest, CallbackUsedTwice_IsRejectedTheSecondTime) {
     EXPECT_TRUE(session.application().says("velmora_auth_url_rejected: state mismatch"));
 }
 
+TEST_F(DictationTest, KeyboardCannotBeWatched_VerbsWorkAndTheTextIsInTheHistory) {
+    session.restartApplication(false);
+    EXPECT_TRUE(session.application().says("Input Monitoring/Accessibility permission missing?"));
+    EXPECT_EQ(DictationSession::velmora(QStringLiteral("--press")), 0);
+    ASSERT_TRUE(DictationSession::isRecording());
+    session.speak();
+    EXPECT_EQ(DictationSession::velmora(QStringLiteral("--release")), 0);
+    const std::optional<HistoryItem> item = session.dictation(1);
+    ASSERT_TRUE(item);
+    EXPECT_THAT(DictationSession::wordsHeard(item->cleanedText), Ge(DictationSession::wordsSpoken / 2));
+    EXPECT_EQ(item->appName, std::nullopt);
+    EXPECT_TRUE(session.application().isRunning());
+}
+
 TEST_F(DictationTest, SigTerm_EndsTheProgramCleanly) {
     EXPECT_EQ(session.application().terminate(), 0);
     EXPECT_EQ(DictationSession::velmora(QStringLiteral("--toggle")), 1);

@@ -52,4 +52,8 @@ void Application::launch(const InstanceCommand& command) {
         m_delegate.handleCommand(command);
 }
 
+void Application::queueCommand(const InstanceCommand& command) {
+    m_loop.post([this, command] { m_delegate.handleCommand(command); });
+}
+
 } // namespace velmora

@@ -25,7 +25,8 @@ public:
 
     /// Runs the start sequence, then what the program was started for.
     void launch(const InstanceCommand& command);
-    void handleCommand(const InstanceCommand& command) { m_delegate.handleCommand(command); }
+    /// Does what another process asks for, after what is queued already: the asker isn't kept waiting.
+    void queueCommand(const InstanceCommand& command);
 
 private:
     QtMainLoop m_loop;

@@ -23,7 +23,7 @@ int run(const InstanceCommand& command) {
     const std::unique_ptr<InstanceLink> link = makeInstanceLink();
     const bool claimed = link->claim([&application](const InstanceCommand& received) {
         if (application)
-            application->handleCommand(received);
+            application->queueCommand(received);
     });
     if (!claimed) {
         if (link->send(command))
