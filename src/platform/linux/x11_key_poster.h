@@ -4,7 +4,6 @@
 
 #include <QStringList>
 
-#include <functional>
 #include <optional>
 
 namespace velmora {
@@ -12,16 +11,13 @@ namespace velmora {
 /// Finds the window that has the keyboard focus and posts the keys by which it pastes.
 class X11KeyPoster {
 public:
-    /// Called with true before keys are posted and with false when the server has worked them off.
-    using InjectionNotice = std::function<void(bool begins)>;
-
     struct Target {
         uint32_t client = 0;     ///< the program's connection, see X11Connection::clientOf
         bool isTerminal = false; ///< pastes the PRIMARY selection on Shift+Insert
     };
 
     /// `moreTerminals` are WM_CLASS names, of either part and any case, beside those that are known.
-    X11KeyPoster(X11Connection& connection, const QStringList& moreTerminals, InjectionNotice notice);
+    X11KeyPoster(X11Connection& connection, const QStringList& moreTerminals);
 
     /// None when no window has the focus.
     [[nodiscard]] std::optional<Target> focusedTarget();
@@ -33,7 +29,6 @@ private:
 
     X11Connection& m_connection;
     QStringList m_terminals;
-    InjectionNotice m_notice;
 };
 
 } // namespace velmora

@@ -16,15 +16,14 @@ constexpr std::size_t keptAnswers = 8;
 
 } // namespace
 
-X11PasteEngine::X11PasteEngine(MainLoop& loop, const QByteArray& display, const QStringList& moreTerminals,
-                               X11KeyPoster::InjectionNotice notice)
+X11PasteEngine::X11PasteEngine(MainLoop& loop, const QByteArray& display, const QStringList& moreTerminals)
     : m_loop(loop)
     , m_connection(display)
     , m_reader(display)
     , m_transfers(m_connection, loop)
     , m_clipboard(m_connection, m_transfers, "CLIPBOARD")
     , m_primary(m_connection, m_transfers, "PRIMARY")
-    , m_poster(m_connection, moreTerminals, std::move(notice)) {
+    , m_poster(m_connection, moreTerminals) {
     if (!isUsable())
         return;
     for (X11SelectionOwner* owner : {&m_clipboard, &m_primary}) {

@@ -25,8 +25,7 @@ namespace velmora {
 /// Lives on the thread of its loop. The caller hands it the connection's events by calling dispatch().
 class X11PasteEngine {
 public:
-    X11PasteEngine(MainLoop& loop, const QByteArray& display, const QStringList& moreTerminals,
-                   X11KeyPoster::InjectionNotice notice);
+    X11PasteEngine(MainLoop& loop, const QByteArray& display, const QStringList& moreTerminals);
     /// Hands the text over to the desktop's clipboard manager, if there is one.
     ~X11PasteEngine();
 

@@ -55,7 +55,7 @@ private:
     void run(const Options& options, std::promise<void>& started) {
         QtMainLoop loop;
         QEventLoop events;
-        X11PasteEngine engine(loop, options.display, options.moreTerminals, options.injectionNotice);
+        X11PasteEngine engine(loop, options.display, options.moreTerminals);
         m_loop = &loop;
         m_events = &events;
         m_engine = &engine;

@@ -7,7 +7,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
@@ -24,8 +23,6 @@ public:
     struct Options {
         QByteArray display = {};        ///< empty for the session's own
         QStringList moreTerminals = {}; ///< WM_CLASS names of programs to treat as terminals
-        /// Called around synthetic keys, with true before and false after them, on the queue's thread.
-        std::function<void(bool begins)> injectionNotice = {};
     };
 
     /// Null when there is no X server, or one without XTEST and XFIXES.

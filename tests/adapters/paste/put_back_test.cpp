@@ -67,6 +67,14 @@ TEST_F(PutBack, OneText_ArrivesAndTheUsersTextIsThereAgain) {
     expectDocument(QStringLiteral("один раз\nдва"));
 }
 
+TEST_F(PutBack, ProgramPastesIntoItsOwnWindow_ItsPiecesArrive) {
+    const QStringList pieces{QStringLiteral("один "), QStringLiteral("два "), QStringLiteral("три")};
+    m_target = TargetApplication::qtEditor(QStringLiteral(QT_EDITOR), pieces);
+    ASSERT_TRUE(m_target->isReady());
+
+    expectDocument(pieces.join(QString()));
+}
+
 TEST_F(PutBack, ClipboardWasEmpty_IsEmptyAgain) {
     openEditor();
     paste(QStringLiteral("один"));
