@@ -179,9 +179,9 @@ TEST_F(PutBack, UserCopiesBetweenPieces_PiecesArriveAndTheCopyStays) {
     all += pasteNumberedPieces(3);
     putBack(kept);
 
-    ASSERT_TRUE(waitForClipboard(QStringLiteral("новое")));
     expectDocument(all);
-    EXPECT_EQ(m_queue->string(), QStringLiteral("новое"));
+    EXPECT_TRUE(waitForClipboard(QStringLiteral("новое")));
+    EXPECT_TRUE(waitUntil([&] { return m_queue->string() == QStringLiteral("новое"); }));
 }
 
 TEST_F(PutBack, UserCopiesWhileTheTargetIsBusy_PieceArrivesAndTheCopyStays) {
