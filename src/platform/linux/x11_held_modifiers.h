@@ -2,7 +2,6 @@
 
 #include "platform/linux/x11_connection.h"
 
-#include <bitset>
 #include <vector>
 
 namespace velmora {
@@ -17,13 +16,6 @@ public:
     X11HeldModifiers& operator=(const X11HeldModifiers&) = delete;
 
 private:
-    using Keys = std::bitset<256>;
-    enum class Keyboards { Physical, Synthetic };
-
-    [[nodiscard]] Keys modifierKeys() const;
-    [[nodiscard]] Keys pressedKeys() const;
-    [[nodiscard]] Keys pressedKeys(Keyboards which) const;
-
     X11Connection& m_connection;
     std::vector<xcb_keycode_t> m_released;
 };

@@ -2,81 +2,36 @@
 
 #include "platform/linux/x11_held_modifiers.h"
 #include "platform/linux/x11_injection_guard.h"
+#include "platform/linux/x11_keyboards.h"
 #include "platform/linux/x11_paste_keys.h"
 #include "platform/linux/x11_window_class.h"
 
-#include <xcb/xinput.h>
-#include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon-x11.h>
 
 namespace velmora {
 namespace {
 
-constexpr const char* knownTerminals[] = {"alacritty",
-                                          "aterm",
-                                          "com.mitchellh.ghostty",
-                                          "contour",
-                                          "cool-retro-term",
-                                          "deepin-terminal",
-                                          "eterm",
-                                          "foot",
-                                          "footclient",
-                                          "ghostty",
-                                          "gnome-terminal",
-                                          "gnome-terminal-server",
-                                          "guake",
-                                          "hyper",
-                                          "io.elementary.terminal",
-                                          "kgx",
-                                          "kitty",
-                                          "konsole",
-                                          "lilyterm",
-                                          "lxterminal",
-                                          "mate-terminal",
-                                          "mlterm",
-                                          "org.gnome.console",
-                                          "org.gnome.ptyxis",
-                                          "org.gnome.terminal",
-                                          "org.kde.konsole",
-                                          "org.wezfurlong.wezterm",
-                                          "ptyxis",
-                                          "qterminal",
-                                          "rio",
-                                          "roxterm",
-                                          "rxvt",
-                                          "sakura",
-                                          "st",
-                                          "st-256color",
-                                          "stterm",
-                                          "terminator",
-                                          "terminology",
-                                          "termit",
-                                          "tilda",
-                                          "tilix",
-                                          "urxvt",
-                                          "uxterm",
-                                          "wezterm",
-                                          "wezterm-gui",
-                                          "xfce4-terminal",
-                                          "xterm",
-                                          "yakuake",
-                                          "zutty"};
+// WM_CLASS names, in small letters.
+constexpr const char* knownTerminals =
+    "alacritty aterm com.mitchellh.ghostty contour cool-retro-term deepin-terminal eterm foot "
+    "footclient ghostty gnome-terminal gnome-terminal-server guake hyper io.elementary.terminal kgx "
+    "kitty konsole lilyterm lxterminal mate-terminal mlterm org.gnome.console org.gnome.ptyxis "
+    "org.gnome.terminal org.kde.konsole org.wezfurlong.wezterm ptyxis qterminal rio roxterm rxvt "
+    "sakura st st-256color stterm terminator terminology termit tilda tilix urxvt uxterm wezterm "
+    "wezterm-gui xfce4-terminal xterm yakuake zutty";
 
 } // namespace
 
 X11KeyPoster::X11KeyPoster(X11Connection& connection, const QStringList& moreTerminals)
-    : m_connection(connection) {
-    for (const char* name : knownTerminals)
-        m_terminals << QLatin1String(name);
+    : m_connection(connection)
+    , m_terminals(QString::fromLatin1(knownTerminals).split(QLatin1Char(' '))) {
     for (const QString& name : moreTerminals)
         m_terminals << name.toLower();
 
     xkb_x11_setup_xkb_extension(connection.get(), XKB_X11_MIN_MAJOR_XKB_VERSION,
                                 XKB_X11_MIN_MINOR_XKB_VERSION, XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr,
                                 nullptr, nullptr, nullptr);
-    // The server lets nobody ask for input devices before the versions are agreed on.
-    XcbReply<xcb_input_xi_query_version_reply_t>(xcb_input_xi_query_version_reply(
-        connection.get(), xcb_input_xi_query_version(connection.get(), 2, 2), nullptr));
+    [[maybe_unused]] const bool seesKeyboards = setUpInputExtension(connection); // without, none is held
 }
 
 std::optional<X11KeyPoster::Target> X11KeyPoster::focusedTarget() {
@@ -104,7 +59,7 @@ void X11KeyPoster::postPasteChord(const Target& target) {
     const auto keys = findPasteKeys(m_connection, target.isTerminal);
     if (!keys)
         return;
-    const X11InjectionGuard injecting;
+    const X11InjectionGuard guard;
     {
         const X11HeldModifiers held(m_connection);
         fakeKey(m_connection, XCB_KEY_PRESS, keys->modifier);
@@ -113,7 +68,7 @@ void X11KeyPoster::postPasteChord(const Target& target) {
         fakeKey(m_connection, XCB_KEY_RELEASE, keys->modifier);
     }
     // A round trip: the server has done it all when it answers.
-    const XcbReply<xcb_get_input_focus_reply_t> done(
+    XcbReply<xcb_get_input_focus_reply_t>(
         xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
 }
 

@@ -67,6 +67,14 @@ TEST_F(PutBack, OneText_ArrivesAndTheUsersTextIsThereAgain) {
     expectDocument(QStringLiteral("один раз\nдва"));
 }
 
+TEST_F(PutBack, ProgramPastesIntoItsOwnWindow_ItsPiecesArrive) {
+    const QStringList pieces{QStringLiteral("один "), QStringLiteral("два "), QStringLiteral("три")};
+    m_target = TargetApplication::qtEditor(QStringLiteral(QT_EDITOR), pieces);
+    ASSERT_TRUE(m_target->isReady());
+
+    expectDocument(pieces.join(QString()));
+}
+
 TEST_F(PutBack, ClipboardWasEmpty_IsEmptyAgain) {
     openEditor();
     paste(QStringLiteral("один"));
@@ -171,9 +179,9 @@ TEST_F(PutBack, UserCopiesBetweenPieces_PiecesArriveAndTheCopyStays) {
     all += pasteNumberedPieces(3);
     putBack(kept);
 
-    ASSERT_TRUE(waitForClipboard(QStringLiteral("новое")));
     expectDocument(all);
-    EXPECT_EQ(m_queue->string(), QStringLiteral("новое"));
+    EXPECT_TRUE(waitForClipboard(QStringLiteral("новое")));
+    EXPECT_TRUE(waitUntil([&] { return m_queue->string() == QStringLiteral("новое"); }));
 }
 
 TEST_F(PutBack, UserCopiesWhileTheTargetIsBusy_PieceArrivesAndTheCopyStays) {

@@ -81,10 +81,11 @@ std::unique_ptr<TargetApplication> TargetApplication::xterm() {
     return target;
 }
 
-std::unique_ptr<TargetApplication> TargetApplication::qtEditor(const QString& program) {
+std::unique_ptr<TargetApplication> TargetApplication::qtEditor(const QString& program,
+                                                               const QStringList& ownPieces) {
     std::unique_ptr<TargetApplication> target(new TargetApplication);
     target->m_read = [t = target.get()] { return t->fileText("document"); };
-    target->start(program, {target->path("document")}, "qt_editor");
+    target->start(program, QStringList{target->path("document")} + ownPieces, "qt_editor");
     return target;
 }
 

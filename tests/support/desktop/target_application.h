@@ -16,8 +16,9 @@ public:
     [[nodiscard]] static std::unique_ptr<TargetApplication> mousepad();
     /// Its document is the bytes that a program inside the terminal has read.
     [[nodiscard]] static std::unique_ptr<TargetApplication> xterm();
-    /// `program` is the path of the test program qt_editor.
-    [[nodiscard]] static std::unique_ptr<TargetApplication> qtEditor(const QString& program);
+    /// `program` is the path of the test program qt_editor, which pastes the pieces into itself.
+    [[nodiscard]] static std::unique_ptr<TargetApplication> qtEditor(const QString& program,
+                                                                     const QStringList& ownPieces = {});
     /// A page with a text area.
     [[nodiscard]] static std::unique_ptr<TargetApplication> chromium();
     ~TargetApplication();
