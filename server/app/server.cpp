@@ -42,11 +42,10 @@ constexpr std::chrono::seconds headerTime{10};
 constexpr int readTimeoutSeconds = 20;
 
 std::filesystem::path privateFolder(const std::filesystem::path& folder) {
-    if (sodium_init() < 0) {
-        throw std::runtime_error("libsodium cannot be used");
+    // One that was there before is left as its owner made it.
+    if (std::filesystem::create_directories(folder)) {
+        std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
     }
-    std::filesystem::create_directories(folder);
-    std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
     return folder;
 }
 
@@ -163,8 +162,12 @@ struct Server::State {
     std::unique_ptr<Poco::Net::TCPServer> server;
 };
 
-Server::Server(const ServerOptions& options, std::unique_ptr<Recogniser> recogniser)
-    : m_state(std::make_unique<State>(options, std::move(recogniser))) {}
+Server::Server(const ServerOptions& options, std::unique_ptr<Recogniser> recogniser) {
+    if (sodium_init() < 0) {
+        throw std::runtime_error("libsodium cannot be used");
+    }
+    m_state = std::make_unique<State>(options, std::move(recogniser));
+}
 
 Server::~Server() = default;
 

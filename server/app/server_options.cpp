@@ -171,6 +171,10 @@ ServerOptions ServerOptions::parse(const std::vector<std::string>& arguments) {
     if (options.localUser && !address.host().isLoopback()) {
         throw OptionError("--local-user works only with a loopback address, such as 127.0.0.1");
     }
+    // Behind a proxy of the same user everybody would be that user.
+    if (options.localUser && !options.hosts.empty()) {
+        throw OptionError("--local-user and --host exclude each other");
+    }
     if (options.data.empty()) {
         options.data = defaultData();
     }
@@ -190,7 +194,7 @@ The backend of Velmora on one port: sign-in, preferences and dictation.
                            recognise through a server with an OpenAI-style transcription endpoint
   --language LANGUAGE      language of new accounts: auto, or a code such as ru or en;
                            by default ru where the recogniser knows it, else auto
-  --local-user             let the user this server runs as in with one click (loopback only)
+  --local-user             let the user this server runs as in with one click (loopback only, not with --host)
   --host NAME              answer under this host name too; may be given several times
   --max-upload MIB         largest request, by default 64
   --max-duration MINUTES   longest recording, by default 30

@@ -1,14 +1,15 @@
+#include "fuzz.h"
 #include "http/http_error.h"
 #include "http/multipart_upload.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
+#include <algorithm>
+#include <span>
 #include <sstream>
 #include <string>
 
 /// The input is a Content-Type header's value, a line feed, and the body that was sent with it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using velmora::fuzz::require;
     const std::string input(reinterpret_cast<const char*>(data), size);
     const auto lineEnd = std::min(input.find('\n'), size);
     std::istringstream body(input.substr(std::min(lineEnd + 1, size)));
@@ -17,12 +18,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         velmora::server::receivePart(body, input.substr(0, lineEnd), "file",
                                      [&](std::span<const char> bytes) { received += bytes.size(); });
     } catch (const velmora::server::HttpError& error) {
-        if (error.status() != 400) {
-            std::abort();
-        }
+        require(error.status() == 400, "a malformed body is a bad request");
     }
-    if (received > size) {
-        std::abort();
-    }
+    require(received <= size, "a part is no larger than its body");
     return 0;
 }

@@ -40,10 +40,10 @@ TEST(ServerOptions, BothSpellings_AreRead) {
 }
 
 TEST(ServerOptions, EveryOption_IsRead) {
-    const auto options = parse({"--language=en", "--local-user", "--host", "a.example", "--host=b.example",
-                                "--max-upload", "5", "--max-duration=7", "--recogniser", "pocketsphinx"});
+    const auto options = parse({"--language=en", "--host", "a.example", "--host=b.example", "--max-upload",
+                                "5", "--max-duration=7", "--recogniser", "pocketsphinx"});
     EXPECT_EQ(options.language, "en");
-    EXPECT_TRUE(options.localUser);
+    EXPECT_TRUE(parse({"--local-user"}).localUser);
     EXPECT_THAT(options.hosts, testing::ElementsAre("a.example", "b.example"));
     EXPECT_EQ(options.limits.bytes, 5ULL * 1024 * 1024);
     EXPECT_EQ(options.limits.duration, std::chrono::minutes(7));
@@ -82,6 +82,10 @@ TEST(ServerOptions, BadOnes_AreRefusedWithTheReason) {
 
 TEST(ServerOptions, LocalUserBeyondLoopback_IsRefused) {
     expectRefused({"--local-user", "--listen", "0.0.0.0:8791"}, "--local-user");
+}
+
+TEST(ServerOptions, LocalUserUnderAPublicName_IsRefused) {
+    expectRefused({"--local-user", "--host", "voice.example.org"}, "exclude each other");
 }
 
 TEST(ServerOptions, HelpAndVersion_NeedNothingElse) {
