@@ -1,5 +1,7 @@
 #include "support/loopback_http_server.h"
 
+#include <sys/socket.h>
+
 namespace velmora::test {
 namespace {
 
@@ -34,6 +36,10 @@ void LoopbackConnection::onReadyRead() {
 void LoopbackConnection::write(const QByteArray& bytes) {
     m_socket->write(bytes);
     m_socket->flush();
+}
+
+void LoopbackConnection::finish() {
+    ::shutdown(static_cast<int>(m_socket->socketDescriptor()), SHUT_WR);
 }
 
 void LoopbackConnection::reply(const QByteArray& status, const QByteArray& body, const QByteArray& headers) {

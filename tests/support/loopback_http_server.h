@@ -20,15 +20,16 @@ public:
     [[nodiscard]] const std::vector<QByteArray>& requests() const { return m_requests; }
     /// Everything that has come in.
     [[nodiscard]] const QByteArray& received() const { return m_received; }
-    /// Until both sides have closed.
-    [[nodiscard]] bool isOpen() const { return m_socket->state() != QAbstractSocket::UnconnectedState; }
+    [[nodiscard]] bool isOpen() const { return m_socket->state() == QAbstractSocket::ConnectedState; }
 
     /// Sends the bytes as they are, in a packet of their own.
     void write(const QByteArray& bytes);
     /// A whole reply with a Content-Length.
     void reply(const QByteArray& status, const QByteArray& body = {}, const QByteArray& headers = {});
-    /// Closes in an orderly way, after what has been written.
+    /// Closes after what has been written, and hears nothing more.
     void close() { m_socket->disconnectFromHost(); }
+    /// Says that nothing more will come; isOpen() until the other side has noticed.
+    void finish();
 
 Q_SIGNALS:
     void requestArrived();

@@ -159,7 +159,7 @@ TEST_F(QtHttpTransportTest, KeptAliveConnectionClosesWhileIdle_NextRequestGetsAF
     for (const QByteArray& method : writingMethods) {
         ASSERT_TRUE(exchange(request(method, "b")).succeeded());
         LoopbackConnection& idle = server.connection(server.connectionCount() - 1);
-        idle.close();
+        idle.finish();
         ASSERT_TRUE(waitUntil([&] { return !idle.isOpen(); }));
     }
     EXPECT_EQ(server.connectionCount(), writingMethods.size());
