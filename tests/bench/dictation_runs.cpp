@@ -37,7 +37,8 @@ Script makeScript(int run) {
     script.steps.push_back({0ms, "event: status\ndata: {\"stage\":\"transcribing\"}\n\n"});
     for (const char* name : {"one", "two", "three"})
         script.steps.push_back({pause, chunk(name)});
-    script.steps.push_back({pause, chunk("four") + chunk("five")});
+    const QByteArray four = chunk("four");
+    script.steps.push_back({pause, four + chunk("five")});
     text += "rest" + number + " ";
     script.steps.push_back({pause, "event: done\ndata: {\"text\":\"" + text + "\",\"wordCount\":6}\n\n"});
     script.text = QString::fromLatin1(text);
@@ -53,40 +54,26 @@ void pass(std::chrono::milliseconds time) {
 class Desk {
 public:
     Desk() {
-        if (!m_editor->isReady() || !m_application.isReady())
-            throw NotMeasured(QStringLiteral("the editor or the hotkey is not ready"));
+        if (!m_editor->isReady())
+            throw NotMeasured(QStringLiteral("the editor is not ready"));
+        waitFor("hotkey", [this] { return m_application.isReady(); });
     }
 
-    DictationTimes dictate(int run) {
-        const Script script = makeScript(run);
-        m_text += script.text;
-        m_server.setScript(script.steps);
-        const ReadWatch reads;
+    /// Has the editor make the window with which it reads the clipboard, and everything else be ready.
+    void warmUp() { (void)dictate(0); }
 
+    DictationTimes measure(int run) {
+        const Observation seen = dictate(run);
+        const std::vector<Clock::time_point> read = lastAnswers(seen.answersTaken);
+        const auto sent = seen.exchange.sent.begin() + 1; // behind the status
         DictationTimes times;
-        const auto pressed = Clock::now();
-        m_keyboard.press(test::key::rightControl);
-        waitFor("audio", [this] { return m_application.firstBuffer().has_value(); });
-        times.pressToAudio = milliseconds(pressed, *m_application.firstBuffer());
-        pass(held);
-        (void)m_application.takeIdle();
-        const auto released = Clock::now();
-        m_keyboard.release(test::key::rightControl);
-        std::optional<Clock::time_point> idle;
-        waitFor("end of the dictation", [&] { return (idle = m_application.takeIdle()).has_value(); });
-        pass(settled);
-
-        const std::optional<ScriptedServer::Exchange> exchange = m_server.takeExchange();
-        if (!exchange)
-            throw NotMeasured(QStringLiteral("the server saw no dictation"));
-        times.releaseToRequest = milliseconds(released, exchange->firstByte);
-        times.request = exchange->request;
-        const std::vector<Clock::time_point> read = lastAnswers(reads.answersTaken());
-        const auto sent = exchange->sent.begin() + 1; // behind the status
+        times.pressToAudio = milliseconds(seen.pressed, seen.audio);
+        times.releaseToRequest = milliseconds(seen.released, seen.exchange.firstByte);
+        times.request = seen.exchange.request;
         for (std::size_t piece = 0; piece < singlePieces; ++piece)
             times.textToRead.push_back(milliseconds(sent[std::ptrdiff_t(piece)], read[piece]));
         times.pairToRead = milliseconds(sent[3], read[4]);
-        times.doneToIdle = milliseconds(sent[4], std::max(*idle, read[5]));
+        times.doneToIdle = milliseconds(sent[4], std::max(seen.idle, read[5]));
         return times;
     }
 
@@ -94,6 +81,39 @@ public:
     [[nodiscard]] bool isComplete() { return m_editor->document(m_text) == m_text; }
 
 private:
+    struct Observation {
+        Clock::time_point pressed, audio, released, idle;
+        ScriptedServer::Exchange exchange;
+        std::vector<Clock::time_point> answersTaken;
+    };
+
+    Observation dictate(int run) {
+        const Script script = makeScript(run);
+        m_text += script.text;
+        m_server.setScript(script.steps);
+        const ReadWatch reads;
+
+        Observation seen;
+        seen.pressed = Clock::now();
+        m_keyboard.press(test::key::rightControl);
+        waitFor("audio", [this] { return m_application.firstBuffer().has_value(); });
+        seen.audio = *m_application.firstBuffer();
+        pass(held);
+        (void)m_application.takeIdle();
+        seen.released = Clock::now();
+        m_keyboard.release(test::key::rightControl);
+        std::optional<Clock::time_point> idle;
+        waitFor("end of the dictation", [&] { return (idle = m_application.takeIdle()).has_value(); });
+        seen.idle = *idle;
+        pass(settled);
+        std::optional<ScriptedServer::Exchange> exchange = m_server.takeExchange();
+        if (!exchange)
+            throw NotMeasured(QStringLiteral("the server saw no dictation"));
+        seen.exchange = *std::move(exchange);
+        seen.answersTaken = reads.answersTaken();
+        return seen;
+    }
+
     void waitFor(const char* what, const std::function<bool()>& condition) {
         if (!test::waitUntil([&] { return condition() || !m_application.failure().isEmpty(); }) ||
             !m_application.failure().isEmpty())
@@ -125,9 +145,9 @@ const std::vector<DictationTimes>& DictationRuns::get() {
     if (!m_dictations.empty())
         return m_dictations;
     Desk desk;
-    (void)desk.dictate(0); // the first one warms up
+    desk.warmUp();
     for (int run = 1; run <= runs; ++run)
-        m_dictations.push_back(desk.dictate(run));
+        m_dictations.push_back(desk.measure(run));
     if (!desk.isComplete()) {
         m_dictations.clear();
         throw NotMeasured(QStringLiteral("text was lost on the way to the editor"));
