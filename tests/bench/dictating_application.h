@@ -27,7 +27,7 @@ public:
 
     /// Whether the hotkey works.
     [[nodiscard]] bool isReady() const { return m_delegate.hotkey().isActive(); }
-    /// The first buffer of the recording begun last, if it has come.
+    /// The first buffer of the recording under way, if it has come.
     [[nodiscard]] std::optional<Clock::time_point> firstBuffer() const { return m_engine.firstBuffer(); }
     /// When the pipeline became idle, since the last call; none when it didn't.
     [[nodiscard]] std::optional<Clock::time_point> takeIdle() { return std::exchange(m_idle, std::nullopt); }

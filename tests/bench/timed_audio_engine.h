@@ -13,7 +13,7 @@ public:
     explicit TimedAudioEngine(AudioEngine& engine)
         : m_engine(engine) {}
 
-    /// The first call of the tap that was installed last, if it was called.
+    /// The first call of the tap that is installed, if it was called.
     [[nodiscard]] std::optional<Clock::time_point> firstBuffer() const {
         const std::lock_guard lock(m_mutex);
         return m_firstBuffer;
@@ -27,16 +27,16 @@ public:
     [[nodiscard]] AudioFormat inputFormat() override { return m_engine.inputFormat(); }
     void prepare() override { m_engine.prepare(); }
     void installTap(Tap tap) override {
-        {
-            const std::lock_guard lock(m_mutex);
-            m_firstBuffer.reset();
-        }
         m_engine.installTap([this, tap = std::move(tap)](const AudioBuffer& buffer) {
             noteBuffer();
             tap(buffer);
         });
     }
-    void removeTap() override { m_engine.removeTap(); }
+    void removeTap() override {
+        m_engine.removeTap();
+        const std::lock_guard lock(m_mutex);
+        m_firstBuffer.reset();
+    }
     void start() override { m_engine.start(); }
     void stop() override { m_engine.stop(); }
 
