@@ -27,9 +27,9 @@ test: ## Every test, and the unit tests once more under the address and undefine
 	@scripts/build asan unit_tests
 	@ctest --test-dir build/asan --output-on-failure --no-tests=error -j2 -L unit
 
-bench: ## Measure
-	@scripts/packages install build test
-	@scripts/build bench bench
+bench: ## Measure the program on a virtual desktop: docs/performance.md
+	@scripts/packages install build test run
+	@scripts/bench
 
 demo: export SAY ?=
 demo: ## Speak a sentence into an editor on a virtual desktop: make demo SAY="open the door"
