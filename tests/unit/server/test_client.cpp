@@ -5,6 +5,7 @@
 #include <Poco/Net/HTTPRequest.h>
 #include <Poco/Net/HTTPResponse.h>
 #include <Poco/StreamCopier.h>
+#include <Poco/String.h>
 #include <Poco/URI.h>
 
 namespace velmora::server {
@@ -130,10 +131,7 @@ Poco::Net::StreamSocket TestClient::connect() const {
 }
 
 std::map<std::string, std::string> callbackParameters(const std::string& html) {
-    auto link = between(html, "href=\"velmora://auth?", "\"");
-    for (auto at = link.find("&amp;"); at != std::string::npos; at = link.find("&amp;")) {
-        link.replace(at, 5, "&");
-    }
+    const auto link = Poco::replace(between(html, "href=\"velmora://auth?", "\""), "&amp;", "&");
     std::map<std::string, std::string> parameters;
     for (const auto& [key, value] : Poco::URI("velmora://auth?" + link).getQueryParameters()) {
         parameters[key] = value;
