@@ -8,11 +8,11 @@ namespace {
 
 TEST(NoDesktopPaste, Text_IsKeptInMemory) {
     NoDesktopPaste paste;
-    EXPECT_EQ(paste.string(), std::nullopt);
+    EXPECT_FALSE(paste.string());
     paste.setString(QStringLiteral("текст"));
     EXPECT_EQ(paste.string(), QStringLiteral("текст"));
     paste.clearContents();
-    EXPECT_EQ(paste.string(), std::nullopt);
+    EXPECT_FALSE(paste.string());
 }
 
 TEST(NoDesktopPaste, Chords_AreToldInTheLogOnce) {
