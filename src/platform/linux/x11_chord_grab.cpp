@@ -33,36 +33,27 @@ void X11ChordGrab::set(const std::vector<X11Keyboard>& keyboards, std::vector<xc
     m_keys = states.empty() ? std::vector<xcb_keycode_t>() : std::move(keys);
     if (m_keys.empty())
         return;
-    bool all = true;
     for (const X11Keyboard& keyboard : keyboards) {
-        if (!keyboard.isReal)
-            continue;
-        m_keyboards.push_back(keyboard);
-        for (const xcb_keycode_t key : m_keys)
-            all = grab(keyboard, key, states) && all;
+        if (keyboard.isReal)
+            m_keyboards.push_back(keyboard);
     }
-    m_sessionKeyboard = m_keyboards.empty() || !all;
     for (const xcb_keycode_t key : m_keys) {
-        for (const uint32_t state : states) {
-            if (m_sessionKeyboard)
-                xcb_grab_key(m_connection.get(), false, m_connection.root(), static_cast<uint16_t>(state),
-                             key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        }
+        for (const X11Keyboard& keyboard : m_keyboards)
+            grab(keyboard, key, states);
+        // What other programs hold already is theirs: those requests fail.
+        for (const uint32_t state : states)
+            xcb_grab_key(m_connection.get(), false, m_connection.root(), static_cast<uint16_t>(state), key,
+                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     }
     m_connection.flush();
 }
 
-bool X11ChordGrab::grab(const X11Keyboard& keyboard, xcb_keycode_t key, const std::vector<uint32_t>& states) {
-    xcb_generic_error_t* error = nullptr; // a keyboard that has just gone
-    const XcbReply<xcb_input_xi_passive_grab_device_reply_t> refused(xcb_input_xi_passive_grab_device_reply(
-        m_connection.get(),
-        xcb_input_xi_passive_grab_device(
-            m_connection.get(), XCB_CURRENT_TIME, m_connection.root(), XCB_CURSOR_NONE, key, keyboard.id,
-            static_cast<uint16_t>(states.size()), 1, XCB_INPUT_GRAB_TYPE_KEYCODE,
-            XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC, false, &grabbedEvents, states.data()),
-        &error));
-    const XcbReply<xcb_generic_error_t> freed(error);
-    return refused && refused->num_modifiers == 0;
+void X11ChordGrab::grab(const X11Keyboard& keyboard, xcb_keycode_t key, const std::vector<uint32_t>& states) {
+    const auto cookie = xcb_input_xi_passive_grab_device(
+        m_connection.get(), XCB_CURRENT_TIME, m_connection.root(), XCB_CURSOR_NONE, key, keyboard.id,
+        static_cast<uint16_t>(states.size()), 1, XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC,
+        XCB_INPUT_GRAB_MODE_22_ASYNC, false, &grabbedEvents, states.data());
+    xcb_discard_reply(m_connection.get(), cookie.sequence);
 }
 
 void X11ChordGrab::ungrabAll() {
@@ -70,12 +61,10 @@ void X11ChordGrab::ungrabAll() {
         for (const X11Keyboard& keyboard : m_keyboards)
             xcb_input_xi_passive_ungrab_device(m_connection.get(), m_connection.root(), key, keyboard.id, 1,
                                                XCB_INPUT_GRAB_TYPE_KEYCODE, &anyModifier);
-        if (m_sessionKeyboard)
-            xcb_ungrab_key(m_connection.get(), key, m_connection.root(), XCB_MOD_MASK_ANY);
+        xcb_ungrab_key(m_connection.get(), key, m_connection.root(), XCB_MOD_MASK_ANY);
     }
     m_keyboards.clear();
     m_keys.clear();
-    m_sessionKeyboard = false;
     m_connection.flush();
 }
 

@@ -44,7 +44,7 @@ X11KeyWatch::X11KeyWatch(std::unique_ptr<X11Connection> connection, Handler hand
     selectEvents();
     m_modifiers = X11ModifierKeys::read(*m_connection);
     readKeyboards();
-    const std::vector<X11Keys> held = pressedKeys(*m_connection, m_keyboards);
+    const std::vector<X11Keys> held = pressedByServer();
     for (std::size_t i = 0; i < m_keyboards.size(); ++i)
         m_pressed[m_keyboards[i].id] = held[i];
     const XcbReply<xcb_query_pointer_reply_t> pointer(xcb_query_pointer_reply(
@@ -88,11 +88,6 @@ void X11KeyWatch::dispatch() {
         releaseAll();
         return;
     }
-    if (std::exchange(m_keyboardsChanged, false)) {
-        readKeyboards();
-        grabChord();
-        dispatchSoon();
-    }
     if (std::exchange(m_mappingChanged, false)) {
         readModifiers();
         dispatchSoon();
@@ -133,8 +128,10 @@ void X11KeyWatch::handleInput(const xcb_ge_generic_event_t& event) {
         m_grab.handleGrabbed(as<xcb_input_key_press_event_t>(generic));
         break;
     case XCB_INPUT_HIERARCHY:
-        if (as<xcb_input_hierarchy_event_t>(generic).flags & hierarchyChanges)
-            m_keyboardsChanged = true;
+        if (as<xcb_input_hierarchy_event_t>(generic).flags & hierarchyChanges) {
+            readKeyboards(); // at once: what follows may be a key of the new one
+            grabChord();
+        }
         break;
     default:
         break;
@@ -252,7 +249,7 @@ void X11KeyWatch::compareWithServer() {
     dispatch();
     if (!m_connection->isOpen())
         return;
-    const std::vector<X11Keys> held = pressedKeys(*m_connection, m_keyboards);
+    const std::vector<X11Keys> held = pressedByServer();
     if (m_connection->hasWaitingEvents()) {
         dispatchSoon();
         return;
@@ -265,6 +262,19 @@ void X11KeyWatch::compareWithServer() {
                 key(keyboard, static_cast<xcb_keycode_t>(code), false);
         }
     }
+}
+
+// For each of the keyboards. A program's key press may be left over on the XTEST keyboard when the user let
+// go of the key: the session has it up.
+std::vector<X11Keys> X11KeyWatch::pressedByServer() {
+    std::vector<X11Keys> held = pressedKeys(*m_connection, m_keyboards);
+    const XcbReply<xcb_query_keymap_reply_t> session(
+        xcb_query_keymap_reply(m_connection->get(), xcb_query_keymap(m_connection->get()), nullptr));
+    for (std::size_t i = 0; session && i < held.size(); ++i) {
+        if (!m_keyboards[i].isReal)
+            held[i] &= keysFromBytes(session->keys);
+    }
+    return held;
 }
 
 X11Keys X11KeyWatch::pressed() const {

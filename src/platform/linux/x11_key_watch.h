@@ -48,6 +48,7 @@ private:
     void grabChord();
     void compareWithServer();
 
+    [[nodiscard]] std::vector<X11Keys> pressedByServer();
     [[nodiscard]] X11Keys pressed() const;
     [[nodiscard]] quint64 flags() const;
     void send(KeyEvent::Kind kind, int keyCode, bool repeat = false);
@@ -64,7 +65,6 @@ private:
     std::map<xcb_input_device_id_t, X11Keys> m_pressed;
     FnStandIn m_fnStandIn = FnStandIn::None;
     bool m_capsLock = false;
-    bool m_keyboardsChanged = false;
     bool m_mappingChanged = false;
     uint8_t m_inputOpcode = 0;
     int m_keyboardEvent = -1; // of the XKB extension

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "platform/linux/x11_event_tap_factory.h"
+#include "platform/linux/x11_held_modifiers.h"
 #include "platform/modifier_flags.h"
 #include "support/desktop/key_window.h"
 #include "support/desktop/physical_keyboard.h"
 #include "support/desktop/wait_until.h"
+
+#include <QProcess>
 
 #include <gmock/gmock.h>
 
@@ -32,6 +35,39 @@ inline KeyEvent keyUp(int keyCode, quint64 flags = 0) {
 inline KeyEvent flagsChanged(int keyCode, quint64 flags) {
     return {KeyEvent::Kind::FlagsChanged, keyCode, flags, false};
 }
+
+/// Makes held keys repeat every 10 ms, beginning after 50.
+class FastRepeat {
+public:
+    FastRepeat() {
+        xset({QStringLiteral("r"), QStringLiteral("rate"), QStringLiteral("50"), QStringLiteral("100")});
+    }
+    ~FastRepeat() { xset({QStringLiteral("r"), QStringLiteral("rate")}); }
+    FastRepeat(const FastRepeat&) = delete;
+    FastRepeat& operator=(const FastRepeat&) = delete;
+
+private:
+    static void xset(const QStringList& arguments) { QProcess::execute(QStringLiteral("xset"), arguments); }
+};
+
+/// Types as programs do.
+class Program {
+public:
+    void press(xcb_keycode_t key) { post(XCB_KEY_PRESS, key); }
+    void release(xcb_keycode_t key) { post(XCB_KEY_RELEASE, key); }
+    void tap(xcb_keycode_t key) {
+        press(key);
+        release(key);
+    }
+
+private:
+    void post(uint8_t kind, xcb_keycode_t key) {
+        fakeKey(m_x, kind, key);
+        [[maybe_unused]] const QByteArray answer = m_x.atomName(XCB_ATOM_STRING);
+    }
+
+    X11Connection m_x;
+};
 
 /// A hand on the keyboard, a tap that listens, and a window that is typed into.
 class TappedKeyboard : public testing::Test {
@@ -79,10 +115,10 @@ private:
         for (int i = 0; i < 2; ++i) {
             hand.tap(markKey);
             EXPECT_TRUE(waitUntil([this] { return markHasReachedTap(); })) << "the tap heard nothing";
+            std::erase_if(events, [](const KeyEvent& event) { return event.keyCode == markKeyCode; });
         }
         EXPECT_TRUE(waitUntil([this] { return markHasReachedWindow(); })) << "the window got nothing";
         std::erase_if(windowKeys, [](const KeyWindow::Key& key) { return key.key == markKey; });
-        std::erase_if(events, [](const KeyEvent& event) { return event.keyCode == markKeyCode; });
     }
 
     bool markHasReachedTap() const {

@@ -204,8 +204,7 @@ TEST_F(X11ChordGrabTest, ModifierReleasedFirst_DoesNotStayDown) {
 }
 
 TEST_F(X11ChordGrabTest, KeyHeld_NoRepeatReachesAnyone) {
-    QProcess::execute(QStringLiteral("xset"), {QStringLiteral("r"), QStringLiteral("rate"),
-                                               QStringLiteral("50"), QStringLiteral("100")});
+    const FastRepeat fast;
     listen();
     QElapsedTimer repeats;
     repeats.start();
@@ -251,8 +250,7 @@ TEST_F(X11ChordGrabTest, OtherKeysWhileItIsHeld_ReachTheWindowAndAreHeardOnce) {
 }
 
 TEST_F(X11ChordGrabTest, ModifierAddedToTheHeldKey_NothingStaysDown) {
-    QProcess::execute(QStringLiteral("xset"), {QStringLiteral("r"), QStringLiteral("rate"),
-                                               QStringLiteral("50"), QStringLiteral("100")});
+    const FastRepeat fast;
     claim(keySpace, control);
     hand.press(space);
     ASSERT_TRUE(waitUntil([&] { return typedSoFar() > 2; }));
@@ -262,6 +260,45 @@ TEST_F(X11ChordGrabTest, ModifierAddedToTheHeldKey_NothingStaysDown) {
     heard();
     EXPECT_FALSE(hand.isDown(space));
     EXPECT_EQ(hand.modifiers(), 0);
+}
+
+TEST_F(X11ChordGrabTest, StruckAcrossTwoKeyboards_IsSwallowed) {
+    claim(keySpace, control);
+    Program program;
+    program.press(key::leftControl);
+    hand.tap(space);
+    std::vector<KeyEvent> all = heard();
+    program.release(key::leftControl);
+    std::ranges::copy(heard(), std::back_inserter(all));
+    EXPECT_EQ(all, chordHeard());
+    EXPECT_EQ(typed(), onlyControl());
+}
+
+TEST_F(X11ChordGrabTest, TypedByAProgram_IsSwallowedAndHeardOnce) {
+    claim(keySpace, control);
+    Program program;
+    program.press(key::leftControl);
+    program.tap(space);
+    program.release(key::leftControl);
+    EXPECT_EQ(heard(), chordHeard());
+    EXPECT_EQ(typed(), onlyControl());
+}
+
+TEST_F(X11ChordGrabTest, GrabbedByAnotherProgramBefore_IsLeftToItAndHeard) {
+    X11Connection other;
+    xcb_grab_key(other.get(), false, other.root(), controlMask, space, XCB_GRAB_MODE_ASYNC,
+                 XCB_GRAB_MODE_ASYNC);
+    [[maybe_unused]] const QByteArray sync = other.atomName(XCB_ATOM_STRING);
+    claim(keySpace, control);
+    Program program;
+    program.press(key::leftControl);
+    program.tap(space);
+    program.release(key::leftControl);
+    EXPECT_EQ(heard(), chordHeard());
+    EXPECT_EQ(typed(), onlyControl());
+    strikeChord();
+    EXPECT_EQ(heard(), chordHeard());
+    EXPECT_EQ(typed(), onlyControl());
 }
 
 TEST_F(X11ChordGrabTest, FnInTheMask_IsOnlyListenedTo) {

@@ -10,7 +10,8 @@
 
 namespace velmora::test {
 
-PhysicalKeyboard::PhysicalKeyboard() {
+PhysicalKeyboard::PhysicalKeyboard(const QByteArray& display)
+    : m_x(display) {
     XcbReply<xcb_input_xi_query_version_reply_t>(
         xcb_input_xi_query_version_reply(m_x.get(), xcb_input_xi_query_version(m_x.get(), 2, 2), nullptr));
     XcbReply<xcb_xkb_use_extension_reply_t>(

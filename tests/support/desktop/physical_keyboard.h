@@ -8,11 +8,13 @@ namespace velmora::test {
 /// programs type. All are let go at the end.
 class PhysicalKeyboard {
 public:
-    PhysicalKeyboard();
+    /// Of the session's display unless another is named.
+    explicit PhysicalKeyboard(const QByteArray& display = {});
     ~PhysicalKeyboard();
     PhysicalKeyboard(const PhysicalKeyboard&) = delete;
     PhysicalKeyboard& operator=(const PhysicalKeyboard&) = delete;
 
+    [[nodiscard]] uint8_t deviceID() const { return m_device; }
     void press(xcb_keycode_t key);
     void release(xcb_keycode_t key);
     void tap(xcb_keycode_t key);
