@@ -146,9 +146,12 @@ HttpRequest BackendDictateClient::buildRequest(const QByteArray& audio, const QS
     request.headers.set("Accept", "text/event-stream");
     request.headers.set("Accept-Encoding", "identity"); // a compressor would hold events back
     request.totalTimeout = totalTimeout;
-    request.body = "--" + boundary + "\r\n" + "Content-Disposition: form-data; name=\"file\"; filename=\"" +
-                   fileName.toUtf8() + "\"\r\n" + "Content-Type: " + mimeType.toUtf8() + "\r\n\r\n" + audio +
-                   "\r\n--" + boundary + "--\r\n";
+    const QByteArray head = "--" + boundary +
+                            "\r\nContent-Disposition: form-data; name=\"file\"; filename=\"" +
+                            fileName.toUtf8() + "\"\r\nContent-Type: " + mimeType.toUtf8() + "\r\n\r\n";
+    const QByteArray tail = "\r\n--" + boundary + "--\r\n";
+    request.body.reserve(head.size() + audio.size() + tail.size());
+    request.body.append(head).append(audio).append(tail);
     return request;
 }
 
