@@ -38,14 +38,24 @@ private:
     std::stop_callback<Request> m_other;
 };
 
-QByteArray readWhole(const QString& path) {
+/// The form of which the file is the one part. Recordings can be long: nothing is copied.
+QByteArray makeForm(const QByteArray& boundary, const QString& path, const QString& mimeType) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         throw PlainError(file.errorString());
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
+    const QByteArray head =
+        "--" + boundary + "\r\nContent-Disposition: form-data; name=\"file\"; filename=\"" +
+        QFileInfo(path).fileName().toUtf8() + "\"\r\nContent-Type: " + mimeType.toUtf8() + "\r\n\r\n";
+    const QByteArray tail = "\r\n--" + boundary + "--\r\n";
+    QByteArray form;
+    form.reserve(head.size() + file.size() + tail.size());
+    form.append(head);
+    form.resize(head.size() + file.size());
+    const qint64 size = file.read(form.data() + head.size(), file.size());
+    if (size < 0)
         throw PlainError(file.errorString());
-    return bytes;
+    form.resize(head.size() + size);
+    return form.append(tail);
 }
 
 /// The first `limit` bytes of a body; one that breaks off has ended.
@@ -104,11 +114,11 @@ Task<> BackendDictateClient::run(Producer events, QString audioFile, QString mim
     const EitherStop stop(m_scope.token(), events.stopToken());
     std::exception_ptr failure;
     try {
-        const QByteArray audio = readWhole(audioFile);
-        const QString fileName = QFileInfo(audioFile).fileName();
+        const QByteArray boundary =
+            "velmora-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces).toUpper();
+        const QByteArray form = makeForm(boundary, audioFile, mimeType);
         for (bool retried = false;; retried = true) {
-            OpenHttpReply reply =
-                co_await m_transport.open(buildRequest(audio, fileName, mimeType), stop.token());
+            OpenHttpReply reply = co_await m_transport.open(buildRequest(boundary, form), stop.token());
             if (reply.status == 0)
                 throw DictateClientError(QStringLiteral("Нет ответа от сервера"));
             if (reply.status == 200) {
@@ -137,18 +147,14 @@ Task<> BackendDictateClient::run(Producer events, QString audioFile, QString mim
         events.finish();
 }
 
-HttpRequest BackendDictateClient::buildRequest(const QByteArray& audio, const QString& fileName,
-                                               const QString& mimeType) const {
+HttpRequest BackendDictateClient::buildRequest(const QByteArray& boundary, const QByteArray& form) const {
     HttpRequest request = m_session.buildAuthedRequest(QStringLiteral("/v1/dictate"), "POST");
-    const QByteArray boundary = "velmora-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces).toUpper();
     request.headers.set("User-Agent", backendUserAgent);
     request.headers.set("Content-Type", "multipart/form-data; boundary=" + boundary);
     request.headers.set("Accept", "text/event-stream");
     request.headers.set("Accept-Encoding", "identity"); // a compressor would hold events back
     request.totalTimeout = totalTimeout;
-    request.body = "--" + boundary + "\r\n" + "Content-Disposition: form-data; name=\"file\"; filename=\"" +
-                   fileName.toUtf8() + "\"\r\n" + "Content-Type: " + mimeType.toUtf8() + "\r\n\r\n" + audio +
-                   "\r\n--" + boundary + "--\r\n";
+    request.body = form;
     return request;
 }
 
