@@ -30,7 +30,9 @@ std::optional<InstanceCommand> commandOf(const QByteArray& line) {
 } // namespace
 
 LocalSocketInstanceLink::LocalSocketInstanceLink(QString path)
-    : m_path(std::move(path)) {
+    : m_path(std::move(path))
+    , m_lock(m_path + QStringLiteral(".lock")) {
+    m_lock.setStaleLockTime(0); // it is the living process that counts, not its age
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     QObject::connect(&m_server, &QLocalServer::newConnection, &m_server, [this] {
         while (QLocalSocket* connection = m_server.nextPendingConnection())
@@ -44,15 +46,10 @@ QString LocalSocketInstanceLink::defaultPath() {
 }
 
 bool LocalSocketInstanceLink::claim(Handler handler) {
-    m_handler = std::move(handler);
-    if (m_server.listen(m_path))
-        return true;
-    // A socket that nobody answers on is what a killed instance has left.
-    QLocalSocket probe;
-    probe.connectToServer(m_path);
-    if (m_server.serverError() != QAbstractSocket::AddressInUseError || probe.waitForConnected(timeoutMs))
+    if (!m_lock.tryLock(0))
         return false;
-    QLocalServer::removeServer(m_path);
+    m_handler = std::move(handler);
+    QLocalServer::removeServer(m_path); // what a killed instance has left
     return m_server.listen(m_path);
 }
 

@@ -3,6 +3,7 @@
 #include "platform/instance_link.h"
 
 #include <QLocalServer>
+#include <QLockFile>
 
 namespace velmora {
 
@@ -20,6 +21,7 @@ private:
     void serve(QLocalSocket* connection);
 
     const QString m_path;
+    QLockFile m_lock; // a server would take the socket over from one that is listening
     QLocalServer m_server;
     Handler m_handler;
 };

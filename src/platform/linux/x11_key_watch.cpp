@@ -85,6 +85,7 @@ void X11KeyWatch::dispatch() {
         handle(*event);
     if (!m_connection->isOpen()) {
         m_notifier.setEnabled(false); // it would stay readable for ever
+        m_comparison.stop();
         releaseAll();
         return;
     }
