@@ -8,9 +8,13 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto firstReadPatience = 1s;
-constexpr auto quiet = 60ms; // after the last of the reads that this target is known to make
-constexpr auto missingReadPatience = 500ms;
+constexpr auto readPatience = 1s;
+constexpr auto busyPatience = 3s;    // with a program that has pasted before: it is slow, not deaf
+constexpr auto putBackPatience = 1s; // more, when only the put-back waits: late is better than the old text
+constexpr auto settlePatience = 5s;  // with a program that goes on asking
+constexpr auto quiet = 60ms;         // after the last of the reads that this target is known to make
+constexpr auto learningQuiet = 250ms;
+constexpr int missesToUnlearn = 3;
 constexpr auto handOverPatience = 500ms;
 constexpr std::size_t keptAnswers = 8;
 
@@ -27,13 +31,21 @@ X11PasteEngine::X11PasteEngine(MainLoop& loop, const QByteArray& display, const 
     if (!isUsable())
         return;
     for (X11SelectionOwner* owner : {&m_clipboard, &m_primary}) {
+        owner->onAsked([this, owner](uint32_t client, quint64 serial) {
+            if (isOfRunning(*owner, client, serial))
+                settle();
+        });
         owner->onRequested([this, owner](uint32_t client, quint64 serial) {
-            if (owner->owns() && owner->current().serial == serial)
-                requested(client);
+            if (!isOfRunning(*owner, client, serial))
+                return;
+            ++m_running->requests;
+            finishAfter(readPatience);
         });
         owner->onTaken([this, owner](uint32_t client, quint64 serial) {
-            if (owner->owns() && owner->current().serial == serial)
-                taken(client);
+            if (!isOfRunning(*owner, client, serial))
+                return;
+            ++m_running->taken;
+            settle();
         });
     }
     xcb_connection_t* x = m_connection.get();
@@ -101,6 +113,8 @@ void X11PasteEngine::write(const std::optional<QString>& text) {
 
 void X11PasteEngine::paste(const std::optional<QString>& text) {
     m_line.emplace_back(Paste{text});
+    if (m_running && m_running->overdue)
+        m_running.reset();
     advance();
     dispatch();
 }
@@ -150,9 +164,9 @@ void X11PasteEngine::perform(const Paste& paste) {
     putUp(text, secret, target.value_or(X11KeyPoster::Target()));
     if (!target || text.isEmpty())
         return;
-    m_running = Running{text, secret, *target, 0, 0, false, {}};
+    m_running.emplace(Running{.text = text, .secret = secret, .target = *target, .since = m_loop.now()});
     m_poster.postPasteChord(*target);
-    finishAfter(firstReadPatience);
+    finishAfter(m_habits.contains(target->client) ? busyPatience : readPatience);
 }
 
 void X11PasteEngine::putUp(const QByteArray& text, bool secret, const X11KeyPoster::Target& target) {
@@ -175,29 +189,52 @@ void X11PasteEngine::givePrimaryBack() {
         m_primary.clear();
 }
 
-void X11PasteEngine::requested(uint32_t client) {
-    if (!m_running || m_running->target.client != client)
-        return;
-    ++m_running->requests;
-    finishAfter(firstReadPatience);
+bool X11PasteEngine::isOfRunning(const X11SelectionOwner& owner, uint32_t client, quint64 serial) const {
+    return m_running && m_running->target.client == client && owner.owns() &&
+           owner.current().serial == serial;
 }
 
-void X11PasteEngine::taken(uint32_t client) {
-    if (!m_running || m_running->target.client != client || ++m_running->taken < m_running->requests)
+// Some programs read twice, with other questions in between. Busy between the two, one would take the next
+// piece for this one.
+void X11PasteEngine::settle() {
+    const Running& paste = *m_running;
+    if (paste.requests == 0 || paste.taken < paste.requests || m_loop.now() - paste.since > settlePatience)
         return;
-    // Some programs read twice. Frozen between the two, one would take the next piece for this one.
-    const bool complete = m_running->taken >= m_readsPerPaste.value(client, 1);
-    finishAfter(complete ? quiet : missingReadPatience);
+    const int usual = m_habits.value(paste.target.client).reads;
+    if (usual == 0)
+        finishAfter(learningQuiet);
+    else
+        finishAfter(paste.taken >= usual ? MainLoop::Duration(quiet) : readPatience);
 }
 
 void X11PasteEngine::finishAfter(MainLoop::Duration time) {
     m_running->end = m_loop.after(time, [this] {
-        if (m_running->taken > 0)
-            m_readsPerPaste.insert(m_running->target.client, m_running->taken);
-        m_running.reset();
-        advance();
+        expire();
         dispatch();
     });
+}
+
+void X11PasteEngine::expire() {
+    if (m_running->requests == 0 && !m_running->overdue && !isPasteWaiting()) {
+        m_running->overdue = true;
+        finishAfter(putBackPatience);
+        return;
+    }
+    learn();
+    m_running.reset();
+    advance();
+}
+
+void X11PasteEngine::learn() {
+    if (m_running->taken == 0)
+        return;
+    Habit& habit = m_habits[m_running->target.client];
+    if (m_running->taken >= habit.reads || ++habit.misses == missesToUnlearn)
+        habit = {m_running->taken, 0};
+}
+
+bool X11PasteEngine::isPasteWaiting() const {
+    return std::ranges::any_of(m_line, [](const Step& step) { return std::holds_alternative<Paste>(step); });
 }
 
 void X11PasteEngine::ownerChanged(xcb_window_t owner) {

@@ -17,7 +17,8 @@
 namespace velmora {
 
 /// The line of writes and pastes, worked off one after the other: a pasted text stays up until its target has
-/// taken it, or about a second has passed without a sign of the target; whatever comes later waits.
+/// taken it, or about a second (three, for a program that has taken one before) has passed without a sign of
+/// the target; whatever comes later waits.
 ///
 /// What the user copies in another program meanwhile is not lost: a write that puts back what string() told
 /// (each answer counts once) gives way to what was copied since.
@@ -59,8 +60,15 @@ private:
         X11KeyPoster::Target target;
         int requests = 0; // of the target, for the text
         int taken = 0;    // of its requests, those whose answer it has fetched
+        MainLoop::TimePoint since = {};
         bool reclaimed = false;
-        Timer end;
+        bool overdue = false; // not read so far, and up only because no other paste waits
+        Timer end = {};
+    };
+    // How often a program reads in one paste; some do so twice, and only the last of them counts.
+    struct Habit {
+        int reads = 0;
+        int misses = 0; // pastes with fewer reads since
     };
     // What string() told, and what the user copied since, if anything.
     struct Answer {
@@ -73,9 +81,12 @@ private:
     void perform(const Paste& paste);
     void putUp(const QByteArray& text, bool secret, const X11KeyPoster::Target& target);
     void givePrimaryBack();
-    void requested(uint32_t client);
-    void taken(uint32_t client);
+    [[nodiscard]] bool isOfRunning(const X11SelectionOwner& owner, uint32_t client, quint64 serial) const;
+    void settle();
     void finishAfter(MainLoop::Duration time);
+    void expire();
+    void learn();
+    [[nodiscard]] bool isPasteWaiting() const;
     void ownerChanged(xcb_window_t owner);
     void lookAtForeignCopy();
     void noteForeignCopy(const std::optional<QString>& text);
@@ -96,7 +107,7 @@ private:
     bool m_foreignCopy = false; // another program took the clipboard, and nobody has looked at it yet
     bool m_primaryBorrowed = false;
     std::optional<QString> m_primaryOfUser; // from before it was borrowed
-    QHash<uint32_t, int> m_readsPerPaste;   // by client, as last seen
+    QHash<uint32_t, Habit> m_habits;        // by client
     int m_fixesEvent = 0;
 };
 

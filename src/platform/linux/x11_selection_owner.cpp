@@ -75,8 +75,13 @@ void X11SelectionOwner::answer(const xcb_selection_request_event_t& request) {
     notify.target = request.target;
     // Clients from before the present rules leave the property to the owner.
     const xcb_atom_t property = request.property == XCB_ATOM_NONE ? request.target : request.property;
-    if (owns() && convert(offerFor(request), request.requestor, request.target, property))
-        notify.property = property;
+    if (owns()) {
+        const Offer& offer = offerFor(request);
+        if (m_asked)
+            m_asked(m_connection.clientOf(request.requestor), offer.serial);
+        if (convert(offer, request.requestor, request.target, property))
+            notify.property = property;
+    }
     xcb_send_event(m_connection.get(), false, request.requestor, XCB_EVENT_MASK_NO_EVENT,
                    reinterpret_cast<const char*>(&notify));
     m_connection.flush();

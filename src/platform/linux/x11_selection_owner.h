@@ -22,7 +22,7 @@ public:
         xcb_timestamp_t since = XCB_CURRENT_TIME;
         quint64 serial = 0;
     };
-    /// A reader's request for the offer's text was answered, or the reader has now taken that answer.
+    /// Who, and which offer.
     using Notice = std::function<void(uint32_t client, quint64 serial)>;
 
     X11SelectionOwner(X11Connection& connection, X11SelectionTransfers& transfers,
@@ -45,6 +45,9 @@ public:
     [[nodiscard]] xcb_window_t window() const { return m_window; }
     [[nodiscard]] xcb_atom_t selection() const { return m_selection; }
 
+    /// A reader has asked for anything.
+    void onAsked(Notice notice) { m_asked = std::move(notice); }
+    /// A reader gets the text, or has now taken it.
     void onRequested(Notice notice) { m_requested = std::move(notice); }
     void onTaken(Notice notice) { m_taken = std::move(notice); }
 
@@ -66,6 +69,7 @@ private:
     xcb_atom_t m_selection;
     std::vector<Offer> m_offers; // oldest first; the last one is up
     quint64 m_lastSerial = 0;
+    Notice m_asked;
     Notice m_requested;
     Notice m_taken;
 };
