@@ -20,7 +20,6 @@ std::vector<Result> measureIdle(DictationRuns& runs);
 std::vector<Result> measureRecordingMemory(DictationRuns& runs);
 
 /// What this program does when it is started to be measured itself; the exit status.
-int beIdle();
 int recordTenMinutes();
 
 } // namespace velmora::bench

@@ -2,7 +2,6 @@
 #include "process_figures.h"
 #include "support/desktop/wait_until.h"
 
-#include <QCoreApplication>
 #include <QProcess>
 
 using namespace std::chrono_literals;
@@ -16,9 +15,9 @@ constexpr auto watched = 60s;
 /// A program that has nothing to do, with what it used up meanwhile.
 class Idler {
 public:
-    Idler(const QString& program, const QStringList& arguments) {
+    explicit Idler(const QString& program) {
         m_process.setProcessChannelMode(QProcess::MergedChannels);
-        m_process.start(program, arguments);
+        m_process.start(program, QStringList());
         if (!m_process.waitForStarted())
             throw NotMeasured(program + QStringLiteral(" did not start"));
     }
@@ -57,13 +56,9 @@ void pass(std::chrono::milliseconds time) {
 
 } // namespace
 
-int beIdle() {
-    return QCoreApplication::exec();
-}
-
 std::vector<Result> measureIdle(DictationRuns&) {
-    Idler velmora(QStringLiteral(VELMORA_PROGRAM), {});
-    Idler bare(QCoreApplication::applicationFilePath(), {QStringLiteral("--idle")});
+    Idler velmora(QStringLiteral(VELMORA_PROGRAM));
+    Idler bare(QStringLiteral(BARE_QT_PROGRAM));
     pass(settling);
     velmora.begin();
     bare.begin();
@@ -72,14 +67,14 @@ std::vector<Result> measureIdle(DictationRuns&) {
     bare.end();
     const QString baseline = QStringLiteral("bare Qt program");
     const auto result = [&](const char* what, const char* unit, Samples (Idler::*figure)() const,
-                            double most) {
-        return Result{QLatin1String(what), QLatin1String(unit),       (velmora.*figure)(), baseline,
-                      (bare.*figure)(),    target::MedianAtMost{most}};
+                            Target target) {
+        return Result{QLatin1String(what), QLatin1String(unit), (velmora.*figure)(), baseline,
+                      (bare.*figure)(),    std::move(target)};
     };
-    return {result("idle for 60 s, processor", "% core", &Idler::cpu, 0.1),
-            result("idle for 60 s, wakeups", "1/s", &Idler::wakeups, 5),
-            result("idle, resident memory", "MB", &Idler::resident, 60),
-            result("idle, its share of it (PSS)", "MB", &Idler::proportional, 60)};
+    return {result("idle for 60 s, processor", "% core", &Idler::cpu, target::MedianAtMost{0.1}),
+            result("idle for 60 s, wakeups", "1/s", &Idler::wakeups, {}),
+            result("idle, resident memory", "MB", &Idler::resident, target::MedianAtMost{60}),
+            result("idle, without what others share", "MB", &Idler::proportional, {})};
 }
 
 } // namespace velmora::bench

@@ -63,8 +63,6 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
     const QStringList names = QCoreApplication::arguments().mid(1);
-    if (names == QStringList(QStringLiteral("--idle")))
-        return beIdle();
     if (names == QStringList(QStringLiteral("--record")))
         return recordTenMinutes();
     const auto isFigure = [](const QString& name) {

@@ -5,8 +5,6 @@
 #include <QDir>
 #include <QFile>
 
-#include <unistd.h>
-
 namespace velmora::bench {
 namespace {
 
@@ -30,23 +28,19 @@ double megabytes(qint64 kibibytes) {
     return double(kibibytes) * 1024 / 1e6;
 }
 
-// User and system time behind the name in parentheses, which may hold anything.
-double cpuMilliseconds(const QByteArray& stat) {
-    const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
-    const qint64 ticks = fields.at(11).toLongLong() + fields.at(12).toLongLong();
-    return 1000.0 * double(ticks) / double(sysconf(_SC_CLK_TCK));
-}
-
 } // namespace
 
 ProcessFigures ProcessFigures::of(qint64 pid) {
     const QString folder = QStringLiteral("/proc/%1/").arg(pid);
     ProcessFigures figures;
-    figures.cpuMilliseconds = bench::cpuMilliseconds(contentOf(folder + QStringLiteral("stat")));
-    const QString tasks = folder + QStringLiteral("task");
-    for (const QString& task : QDir(tasks).entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-        figures.wakeups += field(contentOf(tasks + QLatin1Char('/') + task + QStringLiteral("/status")),
-                                 "voluntary_ctxt_switches");
+    const QDir tasks(folder + QStringLiteral("task"));
+    for (const QString& task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        const QString path = tasks.filePath(task);
+        // Nanoseconds; the times of "stat" are counted in hundredths of a second.
+        const QByteArray time = contentOf(path + QStringLiteral("/schedstat"));
+        figures.cpuMilliseconds += double(time.left(time.indexOf(' ')).toLongLong()) / 1e6;
+        figures.wakeups += field(contentOf(path + QStringLiteral("/status")), "voluntary_ctxt_switches");
+    }
     figures.residentMegabytes = megabytes(field(contentOf(folder + QStringLiteral("status")), "VmRSS"));
     figures.proportionalMegabytes =
         megabytes(field(contentOf(folder + QStringLiteral("smaps_rollup")), "Pss"));

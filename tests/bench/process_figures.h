@@ -6,7 +6,7 @@ namespace velmora::bench {
 
 /// What the kernel tells of a process; throws NotMeasured when it doesn't.
 struct ProcessFigures {
-    double cpuMilliseconds = 0; ///< of all threads
+    double cpuMilliseconds = 0; ///< of its threads
     qint64 wakeups = 0;         ///< how often a thread stopped waiting
     double residentMegabytes = 0;
     double proportionalMegabytes = 0; ///< shared pages divided among those who share them

@@ -11,19 +11,24 @@ bool wantsHigh(const Target& target) {
 struct Check {
     const Result& result;
 
-    bool operator()(const target::MedianAtMost& most) const { return result.measured.median() <= most.value; }
-    bool operator()(const target::P95AtMost& most) const { return result.p95(result.measured) <= most.value; }
-    bool operator()(const target::MedianAtLeast& least) const {
+    std::optional<bool> operator()(std::monostate) const { return std::nullopt; }
+    std::optional<bool> operator()(const target::MedianAtMost& most) const {
+        return result.measured.median() <= most.value;
+    }
+    std::optional<bool> operator()(const target::P95AtMost& most) const {
+        return result.p95(result.measured) <= most.value;
+    }
+    std::optional<bool> operator()(const target::MedianAtLeast& least) const {
         return result.measured.median() >= least.value;
     }
-    bool operator()(const target::ShareOfBaseline& share) const {
+    std::optional<bool> operator()(const target::ShareOfBaseline& share) const {
         return result.measured.median() >= share.value * result.baseline.median();
     }
 };
 
 } // namespace
 
-bool Result::isMet() const {
+std::optional<bool> Result::isMet() const {
     return std::visit(Check{*this}, target);
 }
 

@@ -4,12 +4,13 @@
 
 #include <QString>
 
+#include <optional>
 #include <stdexcept>
 #include <variant>
 
 namespace velmora::bench {
 
-/// What a figure is to reach.
+/// What a figure is to reach; a monostate says that it is only reported.
 namespace target {
 struct MedianAtMost {
     double value;
@@ -26,8 +27,8 @@ struct ShareOfBaseline {
 };
 } // namespace target
 
-using Target =
-    std::variant<target::MedianAtMost, target::P95AtMost, target::MedianAtLeast, target::ShareOfBaseline>;
+using Target = std::variant<std::monostate, target::MedianAtMost, target::P95AtMost, target::MedianAtLeast,
+                            target::ShareOfBaseline>;
 
 /// One line of the table.
 struct Result {
@@ -38,7 +39,8 @@ struct Result {
     Samples baseline; ///< measured in the same run, in the same unit
     Target target;
 
-    [[nodiscard]] bool isMet() const;
+    /// None without a target.
+    [[nodiscard]] std::optional<bool> isMet() const;
     /// Of high figures the bad end is the low one: what all but one run in twenty were better than.
     [[nodiscard]] double p95(const Samples& samples) const;
 };

@@ -11,6 +11,7 @@ QString number(double value) {
 }
 
 struct TargetText {
+    QString operator()(std::monostate) const { return QStringLiteral("-"); }
     QString operator()(const target::MedianAtMost& target) const {
         return QStringLiteral("median <= ") + QString::number(target.value);
     }
@@ -25,6 +26,12 @@ struct TargetText {
     }
 };
 
+QString metText(const std::optional<bool>& met) {
+    if (!met)
+        return QStringLiteral("-");
+    return *met ? QStringLiteral("yes") : QStringLiteral("NO");
+}
+
 } // namespace
 
 Table::Table() {
@@ -35,11 +42,11 @@ Table::Table() {
 }
 
 void Table::add(const Result& result) {
-    m_lines.push_back(
-        {result.what, result.unit, QString::number(result.measured.count()), number(result.measured.median()),
-         number(result.p95(result.measured)), std::visit(TargetText{}, result.target),
-         result.isMet() ? QStringLiteral("yes") : QStringLiteral("NO"), number(result.baseline.median()),
-         number(result.p95(result.baseline)), result.baselineName});
+    m_lines.push_back({result.what, result.unit, QString::number(result.measured.count()),
+                       number(result.measured.median()), number(result.p95(result.measured)),
+                       std::visit(TargetText{}, result.target), metText(result.isMet()),
+                       number(result.baseline.median()), number(result.p95(result.baseline)),
+                       result.baselineName});
 }
 
 void Table::addFailure(const QString& figure, const QString& why) {
