@@ -39,8 +39,7 @@ function(velmora_expose_folder name)
 endfunction()
 
 # velmora_test(NAME LABEL unit|adapters|e2e DEPENDS … [DESKTOP] [TIMEOUT seconds]): a GoogleTest program of all sources
-# in the folder it is called in, and its CTest entry. With DESKTOP it runs inside a virtual desktop of its own. The
-# target LABEL_tests builds all programs of a label.
+# in the folder it is called in, and its CTest entry. With DESKTOP it runs inside a virtual desktop of its own.
 function(velmora_test name)
     cmake_parse_arguments(ARG "DESKTOP" "LABEL;TIMEOUT" "DEPENDS" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS "*.cpp" "*.h")
@@ -59,9 +58,14 @@ function(velmora_test name)
     else()
         add_test(NAME ${name} COMMAND ${name})
     endif()
-    set_tests_properties(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT})
-    if(NOT TARGET ${ARG_LABEL}_tests)
-        add_custom_target(${ARG_LABEL}_tests)
+    velmora_label_test(${name} ${ARG_LABEL} ${ARG_TIMEOUT})
+endfunction()
+
+# Labels the CTest entry NAME, which runs the target NAME. The target LABEL_tests builds all programs of a label.
+function(velmora_label_test name label timeout)
+    set_tests_properties(${name} PROPERTIES LABELS ${label} TIMEOUT ${timeout})
+    if(NOT TARGET ${label}_tests)
+        add_custom_target(${label}_tests)
     endif()
-    add_dependencies(${ARG_LABEL}_tests ${name})
+    add_dependencies(${label}_tests ${name})
 endfunction()

@@ -28,12 +28,14 @@ AppDelegate::AppDelegate(const Neighbours& neighbours, QObject* parent)
 
 void AppDelegate::applicationDidFinishLaunching() {
     runLegacyV1Migration();
+    m_pipeline.recorder().removeLeftovers();
     prewarmMicrophone();
     connectGate();
     connectHotkey();
     m_hotkey.start(); // a session that doesn't allow it yet is tried again by the timer
     watchPipeline();
     startHotkeyRetryTimer();
+    reloadAccount();
 }
 
 void AppDelegate::handleCommand(const InstanceCommand& command) {
@@ -118,12 +120,16 @@ void AppDelegate::handleAuthURL(const AuthCallback& callback) {
     if (token.isEmpty() || refresh.isEmpty())
         return;
     m_authStore.save(token, refresh);
-    m_tasks.start(QStringLiteral("account refresh"), m_account.refreshMe());
+    reloadAccount();
 }
 
 void AppDelegate::handleAppBecameActive() {
     m_hotkey.ensureEnabled();
     prewarmMicrophone();
+    reloadAccount();
+}
+
+void AppDelegate::reloadAccount() {
     if (m_authStore.isLoggedIn())
         m_tasks.start(QStringLiteral("account refresh"), m_account.refreshMe());
 }

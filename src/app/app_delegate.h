@@ -52,6 +52,7 @@ private:
     void handleGetURLEvent(const QString& url);
     void handleAuthURL(const AuthCallback& callback);
     void handleAppBecameActive();
+    void reloadAccount();
 
     MainLoop& m_loop;
     UserDefaults& m_defaults;

@@ -38,24 +38,14 @@ private:
     std::stop_callback<Request> m_other;
 };
 
-/// The form of which the file is the one part. Recordings can be long: nothing is copied.
-QByteArray makeForm(const QByteArray& boundary, const QString& path, const QString& mimeType) {
+QByteArray readWhole(const QString& path) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    if (!file.open(QIODevice::ReadOnly))
         throw PlainError(file.errorString());
-    const QByteArray head =
-        "--" + boundary + "\r\nContent-Disposition: form-data; name=\"file\"; filename=\"" +
-        QFileInfo(path).fileName().toUtf8() + "\"\r\nContent-Type: " + mimeType.toUtf8() + "\r\n\r\n";
-    const QByteArray tail = "\r\n--" + boundary + "--\r\n";
-    QByteArray form;
-    form.reserve(head.size() + file.size() + tail.size());
-    form.append(head);
-    form.resize(head.size() + file.size());
-    const qint64 size = file.read(form.data() + head.size(), file.size());
-    if (size < 0)
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
         throw PlainError(file.errorString());
-    form.resize(head.size() + size);
-    return form.append(tail);
+    return bytes;
 }
 
 /// The first `limit` bytes of a body; one that breaks off has ended.
@@ -114,11 +104,11 @@ Task<> BackendDictateClient::run(Producer events, QString audioFile, QString mim
     const EitherStop stop(m_scope.token(), events.stopToken());
     std::exception_ptr failure;
     try {
-        const QByteArray boundary =
-            "velmora-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces).toUpper();
-        const QByteArray form = makeForm(boundary, audioFile, mimeType);
+        const QByteArray audio = readWhole(audioFile);
+        const QString fileName = QFileInfo(audioFile).fileName();
         for (bool retried = false;; retried = true) {
-            OpenHttpReply reply = co_await m_transport.open(buildRequest(boundary, form), stop.token());
+            OpenHttpReply reply =
+                co_await m_transport.open(buildRequest(audio, fileName, mimeType), stop.token());
             if (reply.status == 0)
                 throw DictateClientError(QStringLiteral("Нет ответа от сервера"));
             if (reply.status == 200) {
@@ -147,14 +137,21 @@ Task<> BackendDictateClient::run(Producer events, QString audioFile, QString mim
         events.finish();
 }
 
-HttpRequest BackendDictateClient::buildRequest(const QByteArray& boundary, const QByteArray& form) const {
+HttpRequest BackendDictateClient::buildRequest(const QByteArray& audio, const QString& fileName,
+                                               const QString& mimeType) const {
     HttpRequest request = m_session.buildAuthedRequest(QStringLiteral("/v1/dictate"), "POST");
+    const QByteArray boundary = "velmora-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces).toUpper();
     request.headers.set("User-Agent", backendUserAgent);
     request.headers.set("Content-Type", "multipart/form-data; boundary=" + boundary);
     request.headers.set("Accept", "text/event-stream");
     request.headers.set("Accept-Encoding", "identity"); // a compressor would hold events back
     request.totalTimeout = totalTimeout;
-    request.body = form;
+    const QByteArray head = "--" + boundary +
+                            "\r\nContent-Disposition: form-data; name=\"file\"; filename=\"" +
+                            fileName.toUtf8() + "\"\r\nContent-Type: " + mimeType.toUtf8() + "\r\n\r\n";
+    const QByteArray tail = "\r\n--" + boundary + "--\r\n";
+    request.body.reserve(head.size() + audio.size() + tail.size());
+    request.body.append(head).append(audio).append(tail);
     return request;
 }
 

@@ -21,7 +21,8 @@ private:
     using Producer = AsyncStream<DictateEvent>::Producer;
 
     Task<> run(Producer events, QString audioFile, QString mimeType);
-    [[nodiscard]] HttpRequest buildRequest(const QByteArray& boundary, const QByteArray& form) const;
+    [[nodiscard]] HttpRequest buildRequest(const QByteArray& audio, const QString& fileName,
+                                           const QString& mimeType) const;
 
     HttpTransport& m_transport;
     AuthSession& m_session;

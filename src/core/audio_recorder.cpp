@@ -3,6 +3,7 @@
 #include "core/level_meter.h"
 #include "core/pcm16.h"
 
+#include <QDir>
 #include <QFile>
 #include <QPointer>
 
@@ -18,27 +19,34 @@ public:
         , m_onPcmChunk(std::move(onPcmChunk)) {}
 
     void process(const AudioBuffer& buffer) {
-        // Nobody could act on a failure here: the buffer is lost and the recording goes on.
-        try {
-            deliver(m_converter->convert(buffer));
-        } catch (const Error&) {
-        }
+        deliver([&] { return m_converter->convert(buffer); });
     }
 
+    /// Writes what the converter still holds.
     void finish() {
-        try {
-            deliver(m_converter->flush());
-        } catch (const Error&) {
-        }
+        deliver([&] { return m_converter->flush(); });
     }
 
 private:
-    void deliver(const std::vector<float>& samples) {
-        if (samples.empty())
+    // Nobody could act on a failure here: what it concerns is lost and the recording goes on.
+    template<typename Convert>
+    void deliver(const Convert& convert) {
+        std::vector<float> samples;
+        if (!succeeds([&] { samples = convert(); }) || samples.empty())
             return;
+        succeeds([&] { m_file->write(samples); });
         if (m_onPcmChunk)
-            m_onPcmChunk(toPcm16(samples));
-        m_file->write(samples);
+            succeeds([&] { m_onPcmChunk(toPcm16(samples)); });
+    }
+
+    template<typename Step>
+    static bool succeeds(const Step& step) {
+        try {
+            step();
+            return true;
+        } catch (...) {
+            return false;
+        }
     }
 
     std::unique_ptr<AudioFile> m_file;
@@ -55,8 +63,13 @@ AudioRecorder::AudioRecorder(MainLoop& loop, const UserDefaults& defaults, Audio
     , m_codec(codec)
     , m_temporaryFolder(std::move(temporaryFolder)) {}
 
+// A recording that nobody stopped is lost, with its file.
 AudioRecorder::~AudioRecorder() {
     m_engine.removeTap();
+    if (m_isRecording) {
+        m_engine.stop();
+        discard();
+    }
 }
 
 QString AudioRecorder::start() {
@@ -76,8 +89,9 @@ void AudioRecorder::startEngine(const QString& path) {
     const AudioFormat inputFormat = m_engine.inputFormat();
     if (inputFormat.sampleRate <= 0)
         throw AudioDeviceError(AudioDeviceError::EngineUnavailable{});
-    m_capture = std::make_shared<Capture>(
-        openFile(path), m_codec.makeMonoConverter(inputFormat, targetFormat.sampleRate), onPcmChunk);
+    std::unique_ptr<AudioConverter> converter =
+        m_codec.makeMonoConverter(inputFormat, targetFormat.sampleRate);
+    m_capture = std::make_shared<Capture>(openFile(path), std::move(converter), onPcmChunk);
     m_engine.installTap([this, capture = m_capture](const AudioBuffer& buffer) {
         m_loop.post([self = QPointer(this), level = levelOf(buffer)] {
             if (self)
@@ -89,13 +103,17 @@ void AudioRecorder::startEngine(const QString& path) {
         m_engine.start();
     } catch (const Error&) {
         m_engine.removeTap();
-        m_capture.reset();
-        QFile::remove(path);
+        discard();
         throw;
     }
     m_startedAt = m_loop.now();
     m_isRecording = true;
     Q_EMIT isRecordingChanged();
+}
+
+void AudioRecorder::discard() {
+    m_capture.reset();
+    QFile::remove(*m_lastFileURL);
 }
 
 // A chosen microphone that has gone means recording from the system's default, without a word.
@@ -136,14 +154,21 @@ void AudioRecorder::stop() {
         return;
     m_engine.removeTap();
     m_engine.stop();
+    m_lastDuration = m_startedAt ? std::chrono::duration<double>(m_loop.now() - *m_startedAt).count() : 0;
     m_capture->finish();
     m_capture.reset();
-    m_lastDuration = m_startedAt ? std::chrono::duration<double>(m_loop.now() - *m_startedAt).count() : 0;
     m_isRecording = false;
     m_level = 0;
     std::ranges::fill(m_levels, 0.0F);
     Q_EMIT isRecordingChanged();
     Q_EMIT levelsChanged();
+}
+
+void AudioRecorder::removeLeftovers() const {
+    QDir folder(m_temporaryFolder);
+    const QStringList names{QStringLiteral("velmora-*.m4a"), QStringLiteral(".velmora-*.part")};
+    for (const QString& name : folder.entryList(names, QDir::Files | QDir::Hidden))
+        folder.remove(name);
 }
 
 void AudioRecorder::prewarm() {

@@ -48,6 +48,8 @@ public:
     /// Error.
     QString start();
     void stop();
+    /// Deletes recordings that a killed process has left.
+    void removeLeftovers() const;
     /// Makes the next start quick; records nothing and never fails.
     void prewarm();
 
@@ -59,6 +61,7 @@ private:
     class Capture;
 
     void startEngine(const QString& path);
+    void discard();
     void chooseInput();
     [[nodiscard]] std::unique_ptr<AudioFile> openFile(const QString& path);
     void publishLevel(float level);

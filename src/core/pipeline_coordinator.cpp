@@ -123,25 +123,27 @@ void PipelineCoordinator::finishLegacyRecording() {
 }
 
 Task<> PipelineCoordinator::runLegacyPipeline(QString path, double duration, std::stop_token stop) {
+    bool completed = false;
     try {
-        co_await dictateAndPaste(path, duration, stop);
+        completed = co_await dictateAndPaste(path, duration, stop);
     } catch (...) {
         // An open paste session stays open: the user's clipboard is kept for the next dictation that
         // succeeds.
         if (!stop.stop_requested())
             fail(QStringLiteral("Ошибка: ") + describe(std::current_exception()));
     }
-    QFile::remove(path);
+    if (!completed)
+        QFile::remove(path);
 }
 
-Task<> PipelineCoordinator::dictateAndPaste(QString path, double duration, std::stop_token stop) {
+Task<bool> PipelineCoordinator::dictateAndPaste(QString path, double duration, std::stop_token stop) {
     if (!m_account.isLoggedIn()) {
         fail(QStringLiteral("Войдите в аккаунт в настройках"));
-        co_return;
+        co_return false;
     }
     co_await m_account.ensureFreshToken();
     if (stop.stop_requested())
-        co_return;
+        co_return false;
     setState(pipeline_state::Transcribing{});
 
     std::optional<QString> streamed; // what is pasted already; absent until the first piece
@@ -154,7 +156,7 @@ Task<> PipelineCoordinator::dictateAndPaste(QString path, double duration, std::
     AsyncStream<DictateEvent> events = m_dictation.dictate(path);
     while (const std::optional<DictateEvent> event = co_await events.next()) {
         if (stop.stop_requested())
-            co_return;
+            co_return false;
         if (const auto* status = std::get_if<dictate_event::Status>(&*event)) {
             if (status->stage == QLatin1String("cleaning"))
                 showCleaning();
@@ -171,11 +173,13 @@ Task<> PipelineCoordinator::dictateAndPaste(QString path, double duration, std::
         }
     }
     if (stop.stop_requested())
-        co_return;
-    if (finalText.isEmpty())
+        co_return false;
+    if (finalText.isEmpty()) {
         failEmpty();
-    else
-        complete(path, finalText, streamed, duration);
+        co_return false;
+    }
+    complete(path, finalText, streamed, duration);
+    co_return true;
 }
 
 void PipelineCoordinator::complete(const QString& path, const QString& finalText,

@@ -59,7 +59,8 @@ private:
     void finishLegacyRecording();
     Task<> askForMicrophone(std::stop_token stop);
     Task<> runLegacyPipeline(QString path, double duration, std::stop_token stop);
-    Task<> dictateAndPaste(QString path, double duration, std::stop_token stop);
+    /// Whether it came to its good end, with the file deleted.
+    Task<bool> dictateAndPaste(QString path, double duration, std::stop_token stop);
     void complete(const QString& path, const QString& finalText, const std::optional<QString>& streamed,
                   double duration);
     void pasteResidual(const QString& finalText, const QString& streamed);

@@ -5,7 +5,9 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
 
 using namespace velmora;
 
@@ -69,5 +71,9 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
-    return std::visit(Start{}, parseCommandLine(QCoreApplication::arguments().mid(1)));
+    const Launch launch = parseCommandLine(QCoreApplication::arguments().mid(1));
+    // A callback URL holds tokens, and every user of the machine can read the arguments of a process.
+    for (int i = 1; i < argc; ++i)
+        std::fill_n(argv[i], std::strlen(argv[i]), '\0');
+    return std::visit(Start{}, launch);
 }

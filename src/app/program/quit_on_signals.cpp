@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 
 namespace velmora {
@@ -14,8 +15,10 @@ namespace {
 std::array<int, 2> wakePipe{-1, -1};
 
 void onSignal(int) {
+    const int interrupted = errno;
     const char byte = 0;
     [[maybe_unused]] const auto written = write(wakePipe[1], &byte, 1);
+    errno = interrupted;
 }
 
 // A handler and a pipe, not a blocked mask and a descriptor: a mask would be inherited by the browser that we

@@ -16,11 +16,11 @@ bool X11EventTap::isEnabled() const {
 void X11EventTap::setEnabled(bool enabled) {
     if (enabled == isEnabled())
         return;
-    if (!enabled) {
+    if (m_watch)
         m_watch->releaseAll();
-        m_watch.reset();
+    m_watch.reset();
+    if (!enabled)
         return;
-    }
     // The verdict comes too late here: what is to be swallowed has been claimed before.
     m_watch = X11KeyWatch::open(m_display, [this](const KeyEvent& event) { m_callback(event); });
     if (!m_watch)

@@ -206,8 +206,11 @@ void X11KeyWatch::readModifiers() {
     now.setFnStandIn(m_fnStandIn);
     if (now == m_modifiers)
         return;
+    const quint64 before = flags();
     m_modifiers = now;
     grabChord();
+    if (flags() != before) // a held key has another meaning now, and its release will have it too
+        send(KeyEvent::Kind::FlagsChanged, X11KeyCodes::fn);
 }
 
 void X11KeyWatch::setFnStandIn(FnStandIn standIn) {

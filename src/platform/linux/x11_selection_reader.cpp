@@ -6,6 +6,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto patience = 300ms;                   // without any progress of the owner
+constexpr auto totalPatience = 2s;                 // somebody waits for the answer, and does nothing else
 constexpr qsizetype mostBytes = 256 * 1024 * 1024; // an owner that never ends is not a text
 constexpr const char* transferProperty = "VELMORA_TRANSFER";
 constexpr uint32_t wholeInWords = 0x1fffffff;
@@ -21,6 +22,7 @@ std::optional<QString> X11SelectionReader::read(const QByteArray& selectionName)
     const xcb_atom_t selection = m_connection.atom(selectionName);
     if (m_connection.ownerOf(selection) == XCB_WINDOW_NONE)
         return std::nullopt;
+    m_deadline = std::chrono::steady_clock::now() + totalPatience;
 
     // A window for each read: what an owner answers too late goes nowhere.
     const xcb_window_t window = m_connection.createWindow(XCB_EVENT_MASK_PROPERTY_CHANGE);
@@ -107,7 +109,7 @@ bool X11SelectionReader::takeProperty(xcb_window_t window, QByteArray& bytes, xc
 
 template<typename Match>
 XcbEvent X11SelectionReader::waitFor(Match matches) {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
+    const auto deadline = std::min(m_deadline, std::chrono::steady_clock::now() + patience);
     for (;;) {
         const auto left =
             std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());

@@ -9,7 +9,8 @@
 namespace velmora {
 
 /// Asks the owner of a selection for its text. Has a connection of its own, for it waits for the answer; an
-/// owner that makes no progress for a moment (300 ms) counts as one without text.
+/// owner that makes no progress for a moment (300 ms), or isn't through after 2 s, counts as one without
+/// text.
 class X11SelectionReader {
 public:
     explicit X11SelectionReader(const QByteArray& display = {});
@@ -27,6 +28,7 @@ private:
     XcbEvent waitFor(Match matches);
 
     X11Connection m_connection;
+    std::chrono::steady_clock::time_point m_deadline; // of the read under way
 };
 
 } // namespace velmora

@@ -83,6 +83,28 @@ TEST_F(AppDelegateTest, Launch_MicrophoneNotAllowed_IsNoErrorAndTheFirstPressRep
                                            "Системных настройках."));
 }
 
+TEST_F(AppDelegateTest, Launch_SignedIn_LoadsTheAccount) {
+    app.applicationDidFinishLaunching();
+    EXPECT_EQ(account.refreshMeCalls, 0);
+    authStore.save(QStringLiteral("a"), QStringLiteral("r"));
+    app.applicationDidFinishLaunching();
+    EXPECT_EQ(account.refreshMeCalls, 1);
+}
+
+TEST_F(AppDelegateTest, ErrorWhileLatched_NextPressOnlyReturnsTheGateToIdle) {
+    app.applicationDidFinishLaunching();
+    engine.format = {0, 0};
+    app.handleCommand(instance_command::Toggle{}); // latched, and the recording fails to start
+    EXPECT_TRUE(std::holds_alternative<pipeline_state::Error>(app.pipeline().state()));
+    loop.advance(6s);
+    engine.format = {48000, 1};
+    app.handleCommand(instance_command::Press{});
+    EXPECT_FALSE(isRecording());
+    app.handleCommand(instance_command::Release{});
+    app.handleCommand(instance_command::Press{});
+    EXPECT_TRUE(isRecording());
+}
+
 TEST_F(AppDelegateTest, Hotkey_HeldAndReleased_RecordsAndStops) {
     app.applicationDidFinishLaunching();
     keyboard.flagsChanged(modifier::fn);

@@ -202,11 +202,37 @@ TEST_F(AudioRecorderTest, ConversionOrWriteErrors_AreDroppedAndTheRecordingGoesO
     speak({0.5F, 0.5F});
     codec.conversionFails = false;
     codec.writingFails = true;
-    speak({0.5F, 0.5F});
+    EXPECT_NO_THROW(speak({0.5F, 0.5F}));
     codec.writingFails = false;
     speak({0.25F, 0.25F});
     EXPECT_THAT(codec.written, ElementsAre(FloatEq(0.25F)));
     EXPECT_TRUE(recorder.isRecording());
+}
+
+TEST_F(AudioRecorderTest, DestroyedWhileRecording_LosesTheRecordingWithItsFile) {
+    {
+        AudioRecorder other(loop, defaults, engine, codec, folder.path());
+        other.start();
+        ASSERT_TRUE(QFile::exists(*other.lastFileURL()));
+    }
+    EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("velmora-1767225600.m4a"))));
+    EXPECT_FALSE(engine.running);
+    EXPECT_FALSE(engine.tap);
+}
+
+TEST_F(AudioRecorderTest, Leftovers_OfAKilledProcess_AreRemovedAndOtherFilesStay) {
+    const QStringList left{QStringLiteral("velmora-1.m4a"), QStringLiteral(".velmora-1.m4a.part")};
+    const QStringList others{QStringLiteral("velmora.socket"), QStringLiteral("song.m4a"),
+                             QStringLiteral(".part")};
+    for (const QString& name : left + others) {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    recorder.removeLeftovers();
+    for (const QString& name : left)
+        EXPECT_FALSE(QFile::exists(folder.filePath(name))) << name.toStdString();
+    for (const QString& name : others)
+        EXPECT_TRUE(QFile::exists(folder.filePath(name))) << name.toStdString();
 }
 
 TEST_F(AudioRecorderTest, PcmChunks_OneAConvertedBuffer) {
