@@ -7,6 +7,9 @@
 #include <Poco/JSON/Parser.h>
 #include <sodium.h>
 
+#include <cstdint>
+#include <sstream>
+
 namespace velmora::server {
 
 namespace {

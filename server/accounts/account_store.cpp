@@ -5,6 +5,8 @@
 
 #include <Poco/UUIDGenerator.h>
 
+#include <stdexcept>
+
 namespace velmora::server {
 
 AccountStore::AccountStore(Database& database, std::string initialLanguage, Clock clock)

@@ -4,6 +4,8 @@
 
 #include <sqlite3.h>
 
+#include <stdexcept>
+
 namespace velmora::server {
 
 namespace {

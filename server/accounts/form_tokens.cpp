@@ -5,6 +5,7 @@
 #include <sodium.h>
 
 #include <charconv>
+#include <cstdint>
 
 namespace velmora::server {
 

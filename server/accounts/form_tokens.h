@@ -3,6 +3,7 @@
 #include "accounts/clock.h"
 #include "accounts/signing_key.h"
 
+#include <cstdint>
 #include <string>
 
 namespace velmora::server {

@@ -5,9 +5,11 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <fstream>
 #include <iomanip>
 #include <sstream>
+#include <stdexcept>
 
 namespace velmora::server {
 

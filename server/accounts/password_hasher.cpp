@@ -3,6 +3,7 @@
 #include <sodium.h>
 
 #include <array>
+#include <stdexcept>
 
 namespace velmora::server {
 

@@ -6,6 +6,8 @@
 #include <Poco/RegularExpression.h>
 #include <Poco/String.h>
 
+#include <algorithm>
+
 namespace velmora::server {
 
 namespace {

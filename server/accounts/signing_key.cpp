@@ -4,6 +4,11 @@
 #include <sodium.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstdint>
+#include <stdexcept>
+#include <system_error>
+
 namespace velmora::server {
 
 namespace {

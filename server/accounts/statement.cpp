@@ -2,6 +2,8 @@
 
 #include <sqlite3.h>
 
+#include <stdexcept>
+
 namespace velmora::server {
 
 Statement::Statement(sqlite3* connection, const char* sql)

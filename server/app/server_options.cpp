@@ -8,6 +8,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <string_view>
 
 namespace velmora::server {
 

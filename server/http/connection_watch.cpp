@@ -3,6 +3,7 @@
 #include <Poco/Exception.h>
 #include <Poco/Net/StreamSocket.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace velmora::server {

@@ -13,6 +13,8 @@
 #include <Poco/Net/NetException.h>
 #include <Poco/String.h>
 
+#include <typeinfo>
+
 namespace velmora::server {
 
 namespace {

@@ -1,5 +1,7 @@
 #include "http/event_stream.h"
 
+#include <sstream>
+
 namespace velmora::server {
 
 bool EventStream::send(const std::string& event, const Poco::JSON::Object& data) {

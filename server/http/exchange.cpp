@@ -10,6 +10,12 @@
 #include <Poco/URI.h>
 #include <sys/socket.h>
 
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdint>
+#include <istream>
+
 namespace velmora::server {
 
 namespace {

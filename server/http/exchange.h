@@ -6,10 +6,13 @@
 #include <Poco/JSON/Object.h>
 
 #include <chrono>
+#include <cstdint>
+#include <istream>
 #include <map>
 #include <optional>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace Poco::Net {
 class HTTPServerRequest;

@@ -3,6 +3,8 @@
 #include <Poco/Net/IPAddress.h>
 #include <Poco/String.h>
 
+#include <algorithm>
+
 namespace velmora::server {
 
 namespace {

@@ -7,6 +7,8 @@
 #include <Poco/Net/NameValueCollection.h>
 #include <Poco/String.h>
 
+#include <array>
+
 namespace velmora::server {
 
 namespace {

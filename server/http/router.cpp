@@ -2,6 +2,7 @@
 
 #include "http/http_error.h"
 
+#include <algorithm>
 #include <sstream>
 
 namespace velmora::server {

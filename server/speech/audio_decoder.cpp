@@ -11,6 +11,8 @@ extern "C" {
 #include <libavformat/avformat.h>
 #include <libavutil/opt.h>
 #include <libswresample/swresample.h>
+
+#include <cerrno>
 }
 
 namespace velmora::server {

@@ -8,6 +8,7 @@
 #include "speech/text_cleaner.h"
 
 #include <iterator>
+#include <sstream>
 
 namespace velmora::server {
 

@@ -11,6 +11,9 @@
 #include <Poco/Net/StringPartSource.h>
 #include <sys/socket.h>
 
+#include <istream>
+#include <string_view>
+
 namespace velmora::server {
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include <pocketsphinx.h>
 
+#include <algorithm>
 #include <thread>
 
 namespace velmora::server {

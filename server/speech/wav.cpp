@@ -4,6 +4,8 @@
 
 #include <Poco/BinaryWriter.h>
 
+#include <sstream>
+
 namespace velmora::server {
 
 std::string wavFile(std::span<const std::int16_t> samples) {

@@ -24,7 +24,8 @@ struct Reply {
     [[nodiscard]] Poco::JSON::Object::Ptr json() const;
     [[nodiscard]] std::string code() const;
 
-    /// The body's blocks, separated by two line feeds. Fails on a block that is not "event:" and "data:".
+    /// The body's blocks, separated by two line feeds. Comments are passed over; fails on a block that is
+    /// anything else than "event:" and "data:".
     [[nodiscard]] std::vector<SentEvent> events() const;
 };
 
