@@ -12,7 +12,8 @@ constexpr auto readPatience = 1s;
 constexpr auto busyPatience = 3s;    // with a program that has pasted before: it is slow, not deaf
 constexpr auto putBackPatience = 1s; // more, when only the put-back waits: late is better than the old text
 constexpr auto settlePatience = 5s;  // with a program that goes on asking
-constexpr auto quiet = 60ms;         // after the last of the reads that this target is known to make
+constexpr auto shortestQuiet = 60ms; // after the last question that a target is known to ask
+constexpr auto longestQuiet = 500ms;
 constexpr auto learningQuiet = 250ms;
 constexpr int missesToUnlearn = 3;
 constexpr auto handOverPatience = 500ms;
@@ -33,7 +34,7 @@ X11PasteEngine::X11PasteEngine(MainLoop& loop, const QByteArray& display, const 
     for (X11SelectionOwner* owner : {&m_clipboard, &m_primary}) {
         owner->onAsked([this, owner](uint32_t client, quint64 serial) {
             if (isOfRunning(*owner, client, serial))
-                settle();
+                asked();
         });
         owner->onRequested([this, owner](uint32_t client, quint64 serial) {
             if (!isOfRunning(*owner, client, serial))
@@ -194,17 +195,28 @@ bool X11PasteEngine::isOfRunning(const X11SelectionOwner& owner, uint32_t client
            owner.current().serial == serial;
 }
 
-// Some programs read twice, with other questions in between. Busy between the two, one would take the next
-// piece for this one.
+void X11PasteEngine::asked() {
+    const MainLoop::TimePoint now = m_loop.now();
+    if (m_running->lastAsked != MainLoop::TimePoint())
+        m_running->longestPause = std::max(m_running->longestPause, now - m_running->lastAsked);
+    m_running->lastAsked = now;
+    settle();
+}
+
+// Some programs read twice, or ask on after they have read, and give the paste up when the owner changes
+// meanwhile. So wait for as many reads as they are known to make, and then for twice their usual pause.
 void X11PasteEngine::settle() {
     const Running& paste = *m_running;
     if (paste.requests == 0 || paste.taken < paste.requests || m_loop.now() - paste.since > settlePatience)
         return;
-    const int usual = m_habits.value(paste.target.client).reads;
-    if (usual == 0)
+    const Habit habit = m_habits.value(paste.target.client);
+    if (habit.reads == 0)
         finishAfter(learningQuiet);
+    else if (paste.taken < habit.reads)
+        finishAfter(readPatience);
     else
-        finishAfter(paste.taken >= usual ? MainLoop::Duration(quiet) : readPatience);
+        finishAfter(std::clamp<MainLoop::Duration>(2 * std::max(habit.pause, paste.longestPause),
+                                                   shortestQuiet, longestQuiet));
 }
 
 void X11PasteEngine::finishAfter(MainLoop::Duration time) {
@@ -229,8 +241,11 @@ void X11PasteEngine::learn() {
     if (m_running->taken == 0)
         return;
     Habit& habit = m_habits[m_running->target.client];
-    if (m_running->taken >= habit.reads || ++habit.misses == missesToUnlearn)
-        habit = {m_running->taken, 0};
+    habit.pause = std::max(habit.pause * 4 / 5, m_running->longestPause); // forgets a bad moment by and by
+    if (m_running->taken >= habit.reads || ++habit.misses == missesToUnlearn) {
+        habit.reads = m_running->taken;
+        habit.misses = 0;
+    }
 }
 
 bool X11PasteEngine::isPasteWaiting() const {

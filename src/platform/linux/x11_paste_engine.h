@@ -61,14 +61,17 @@ private:
         int requests = 0; // of the target, for the text
         int taken = 0;    // of its requests, those whose answer it has fetched
         MainLoop::TimePoint since = {};
+        MainLoop::TimePoint lastAsked = {};   // for anything, by the target
+        MainLoop::Duration longestPause = {}; // between two of its questions
         bool reclaimed = false;
         bool overdue = false; // not read so far, and up only because no other paste waits
         Timer end = {};
     };
-    // How often a program reads in one paste; some do so twice, and only the last of them counts.
+    // How a program reads in one paste.
     struct Habit {
-        int reads = 0;
-        int misses = 0; // pastes with fewer reads since
+        int reads = 0;                 // some do it twice, and only the last one counts
+        int misses = 0;                // pastes with fewer reads since
+        MainLoop::Duration pause = {}; // between its questions, lately
     };
     // What string() told, and what the user copied since, if anything.
     struct Answer {
@@ -82,6 +85,7 @@ private:
     void putUp(const QByteArray& text, bool secret, const X11KeyPoster::Target& target);
     void givePrimaryBack();
     [[nodiscard]] bool isOfRunning(const X11SelectionOwner& owner, uint32_t client, quint64 serial) const;
+    void asked();
     void settle();
     void finishAfter(MainLoop::Duration time);
     void expire();
