@@ -5,10 +5,7 @@
 #include "backend/backend_url.h"
 #include "backend/dictate_client_error.h"
 #include "backend/dictate_event_decoder.h"
-
-#include <QFile>
-#include <QFileInfo>
-#include <QUuid>
+#include "backend/dictation_form.h"
 
 namespace velmora {
 namespace {
@@ -37,26 +34,6 @@ private:
     std::stop_callback<Request> m_one;
     std::stop_callback<Request> m_other;
 };
-
-/// The form of which the file is the one part. Recordings can be long: nothing is copied.
-QByteArray makeForm(const QByteArray& boundary, const QString& path, const QString& mimeType) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        throw PlainError(file.errorString());
-    const QByteArray head =
-        "--" + boundary + "\r\nContent-Disposition: form-data; name=\"file\"; filename=\"" +
-        QFileInfo(path).fileName().toUtf8() + "\"\r\nContent-Type: " + mimeType.toUtf8() + "\r\n\r\n";
-    const QByteArray tail = "\r\n--" + boundary + "--\r\n";
-    QByteArray form;
-    form.reserve(head.size() + file.size() + tail.size());
-    form.append(head);
-    form.resize(head.size() + file.size());
-    const qint64 size = file.read(form.data() + head.size(), file.size());
-    if (size < 0)
-        throw PlainError(file.errorString());
-    form.resize(head.size() + size);
-    return form.append(tail);
-}
 
 /// The first `limit` bytes of a body; one that breaks off has ended.
 Task<QByteArray> readBeginning(AsyncStream<QByteArray> body, qsizetype limit) {
@@ -114,11 +91,9 @@ Task<> BackendDictateClient::run(Producer events, QString audioFile, QString mim
     const EitherStop stop(m_scope.token(), events.stopToken());
     std::exception_ptr failure;
     try {
-        const QByteArray boundary =
-            "velmora-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces).toUpper();
-        const QByteArray form = makeForm(boundary, audioFile, mimeType);
+        DictationForm form(audioFile, mimeType);
         for (bool retried = false;; retried = true) {
-            OpenHttpReply reply = co_await m_transport.open(buildRequest(boundary, form), stop.token());
+            OpenHttpReply reply = co_await m_transport.open(buildRequest(form), stop.token());
             if (reply.status == 0)
                 throw DictateClientError(QStringLiteral("Нет ответа от сервера"));
             if (reply.status == 200) {
@@ -137,6 +112,7 @@ Task<> BackendDictateClient::run(Producer events, QString audioFile, QString mim
             }
             if (stop.token().stop_requested())
                 co_return;
+            form.renewBoundary();
         }
     } catch (...) {
         failure = std::current_exception();
@@ -147,14 +123,14 @@ Task<> BackendDictateClient::run(Producer events, QString audioFile, QString mim
         events.finish();
 }
 
-HttpRequest BackendDictateClient::buildRequest(const QByteArray& boundary, const QByteArray& form) const {
+HttpRequest BackendDictateClient::buildRequest(const DictationForm& form) const {
     HttpRequest request = m_session.buildAuthedRequest(QStringLiteral("/v1/dictate"), "POST");
     request.headers.set("User-Agent", backendUserAgent);
-    request.headers.set("Content-Type", "multipart/form-data; boundary=" + boundary);
+    request.headers.set("Content-Type", form.contentType());
     request.headers.set("Accept", "text/event-stream");
     request.headers.set("Accept-Encoding", "identity"); // a compressor would hold events back
     request.totalTimeout = totalTimeout;
-    request.body = form;
+    request.body = form.bytes();
     return request;
 }
 
