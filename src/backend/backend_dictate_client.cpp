@@ -5,10 +5,7 @@
 #include "backend/backend_url.h"
 #include "backend/dictate_client_error.h"
 #include "backend/dictate_event_decoder.h"
-
-#include <QFile>
-#include <QFileInfo>
-#include <QUuid>
+#include "backend/dictation_form.h"
 
 namespace velmora {
 namespace {
@@ -37,16 +34,6 @@ private:
     std::stop_callback<Request> m_one;
     std::stop_callback<Request> m_other;
 };
-
-QByteArray readWhole(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw PlainError(file.errorString());
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        throw PlainError(file.errorString());
-    return bytes;
-}
 
 /// The first `limit` bytes of a body; one that breaks off has ended.
 Task<QByteArray> readBeginning(AsyncStream<QByteArray> body, qsizetype limit) {
@@ -104,11 +91,9 @@ Task<> BackendDictateClient::run(Producer events, QString audioFile, QString mim
     const EitherStop stop(m_scope.token(), events.stopToken());
     std::exception_ptr failure;
     try {
-        const QByteArray audio = readWhole(audioFile);
-        const QString fileName = QFileInfo(audioFile).fileName();
+        DictationForm form(audioFile, mimeType);
         for (bool retried = false;; retried = true) {
-            OpenHttpReply reply =
-                co_await m_transport.open(buildRequest(audio, fileName, mimeType), stop.token());
+            OpenHttpReply reply = co_await m_transport.open(buildRequest(form), stop.token());
             if (reply.status == 0)
                 throw DictateClientError(QStringLiteral("Нет ответа от сервера"));
             if (reply.status == 200) {
@@ -127,6 +112,7 @@ Task<> BackendDictateClient::run(Producer events, QString audioFile, QString mim
             }
             if (stop.token().stop_requested())
                 co_return;
+            form.renewBoundary();
         }
     } catch (...) {
         failure = std::current_exception();
@@ -137,21 +123,14 @@ Task<> BackendDictateClient::run(Producer events, QString audioFile, QString mim
         events.finish();
 }
 
-HttpRequest BackendDictateClient::buildRequest(const QByteArray& audio, const QString& fileName,
-                                               const QString& mimeType) const {
+HttpRequest BackendDictateClient::buildRequest(const DictationForm& form) const {
     HttpRequest request = m_session.buildAuthedRequest(QStringLiteral("/v1/dictate"), "POST");
-    const QByteArray boundary = "velmora-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces).toUpper();
     request.headers.set("User-Agent", backendUserAgent);
-    request.headers.set("Content-Type", "multipart/form-data; boundary=" + boundary);
+    request.headers.set("Content-Type", form.contentType());
     request.headers.set("Accept", "text/event-stream");
     request.headers.set("Accept-Encoding", "identity"); // a compressor would hold events back
     request.totalTimeout = totalTimeout;
-    const QByteArray head = "--" + boundary +
-                            "\r\nContent-Disposition: form-data; name=\"file\"; filename=\"" +
-                            fileName.toUtf8() + "\"\r\nContent-Type: " + mimeType.toUtf8() + "\r\n\r\n";
-    const QByteArray tail = "\r\n--" + boundary + "--\r\n";
-    request.body.reserve(head.size() + audio.size() + tail.size());
-    request.body.append(head).append(audio).append(tail);
+    request.body = form.bytes();
     return request;
 }
 

@@ -6,6 +6,7 @@
 namespace velmora {
 
 class AuthSession;
+class DictationForm;
 class HttpTransport;
 
 /// Posts a recording in one request and passes on the events of the reply as they arrive.
@@ -21,8 +22,7 @@ private:
     using Producer = AsyncStream<DictateEvent>::Producer;
 
     Task<> run(Producer events, QString audioFile, QString mimeType);
-    [[nodiscard]] HttpRequest buildRequest(const QByteArray& audio, const QString& fileName,
-                                           const QString& mimeType) const;
+    [[nodiscard]] HttpRequest buildRequest(const DictationForm& form) const;
 
     HttpTransport& m_transport;
     AuthSession& m_session;

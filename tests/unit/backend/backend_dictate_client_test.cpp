@@ -260,7 +260,11 @@ TEST_F(BackendDictateClientTest, First401_RotatesAndSendsTheSameAudioWithTheNewT
     const HttpRequest& again = transport.last().request;
     EXPECT_EQ(again.headers.value("Authorization"), "Bearer access-2");
     EXPECT_TRUE(again.body.contains(audio));
-    EXPECT_NE(again.headers.value("Content-Type"), transport.at(0).request.headers.value("Content-Type"));
+    const QByteArray type = again.headers.value("Content-Type");
+    EXPECT_NE(type, transport.at(0).request.headers.value("Content-Type"));
+    const QByteArray boundary = type.mid(type.indexOf('=') + 1);
+    EXPECT_TRUE(again.body.startsWith("--" + boundary + "\r\n"));
+    EXPECT_TRUE(again.body.endsWith("\r\n--" + boundary + "--\r\n"));
     transport.last().reply(200, doneBlock);
     EXPECT_THAT(consumer.events(), ElementsAre(done));
 }
