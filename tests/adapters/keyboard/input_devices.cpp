@@ -64,9 +64,9 @@ void InputDevices::detach(xcb_input_device_id_t device) {
 }
 
 void InputDevices::setEnabled(xcb_input_device_id_t device, bool enabled) {
-    const uint8_t value = enabled;
+    const uint8_t value[4] = {enabled}; // one byte, and what xcb pads it with
     xcb_input_xi_change_property(m_x.get(), device, XCB_PROP_MODE_REPLACE, XCB_INPUT_PROPERTY_FORMAT_8_BITS,
-                                 m_x.atom("Device Enabled"), XCB_ATOM_INTEGER, 1, &value);
+                                 m_x.atom("Device Enabled"), XCB_ATOM_INTEGER, 1, value);
     [[maybe_unused]] const QByteArray sync = m_x.atomName(XCB_ATOM_INTEGER);
 }
 
