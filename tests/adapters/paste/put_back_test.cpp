@@ -77,12 +77,14 @@ TEST_F(PutBack, ProgramPastesIntoItsOwnWindow_ItsPiecesArrive) {
 
 TEST_F(PutBack, ClipboardWasEmpty_IsEmptyAgain) {
     openEditor();
+    const auto kept = m_queue->string();
+    EXPECT_EQ(kept, std::nullopt);
     paste(QStringLiteral("один"));
-    putBack(m_queue->string() == QStringLiteral("один") ? std::nullopt : std::optional(before));
+    putBack(kept);
 
+    expectDocument(QStringLiteral("один"));
     X11Connection x;
     EXPECT_TRUE(waitUntil([&] { return x.ownerOf(x.atom("CLIPBOARD")) == XCB_WINDOW_NONE; }));
-    expectDocument(QStringLiteral("один"));
 }
 
 TEST_F(PutBack, MegabytesWereThere_AreThereAgain) {
