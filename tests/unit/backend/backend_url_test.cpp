@@ -30,6 +30,7 @@ TEST(BackendURL, KeyPresent_IsTaken) {
 }
 
 TEST(BackendURLDeathTest, NotAURL_EndsTheProcess) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // other tests may have left threads of Qt's
     for (const char* text : {"", "https://bad host/", "http://[1"}) {
         const InfoDictionary info = with(backendKey, QString::fromLatin1(text));
         EXPECT_EXIT((void)backendURL(info), testing::ExitedWithCode(EXIT_FAILURE),
