@@ -17,9 +17,8 @@ AnyCodable ValueCoder<AnyCodable>::decode(const QJsonValue& json, DateForm) {
     if (json.isBool())
         return {json.toBool()};
     if (json.isDouble()) {
-        // toInteger() gives its default for what is no integer: two defaults tell.
-        if (json.toInteger(0) == json.toInteger(1))
-            return {json.toInteger()};
+        if (const std::optional<qint64> number = wholeNumber(json))
+            return {*number};
         return {json.toDouble()};
     }
     if (json.isString())

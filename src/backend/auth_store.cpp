@@ -1,10 +1,9 @@
 #include "backend/auth_store.h"
 
 #include "backend/backend_coder.h"
-#include "backend/private_file.h"
+#include "foundation/private_file.h"
 #include "foundation/user_defaults.h"
 
-#include <QDir>
 #include <QFile>
 #include <QRandomGenerator>
 
@@ -35,7 +34,7 @@ AuthStore::AuthStore(QString folder, UserDefaults& defaults, QObject* parent)
     , m_tokens(readTokens(filePath())) {}
 
 QString AuthStore::filePath() const {
-    QDir().mkpath(m_folder);
+    makePrivateFolder(m_folder);
     return m_folder + QStringLiteral("/auth-tokens.json");
 }
 

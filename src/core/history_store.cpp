@@ -1,10 +1,9 @@
 #include "core/history_store.h"
 
 #include "foundation/json_coder.h"
+#include "foundation/private_file.h"
 
-#include <QDir>
 #include <QFile>
-#include <QSaveFile>
 
 namespace velmora {
 namespace {
@@ -16,7 +15,7 @@ constexpr json::Coder coder(json::DateForm::ReferenceSeconds);
 HistoryStore::HistoryStore(const QString& folder, QObject* parent)
     : QObject(parent)
     , m_path(folder + QStringLiteral("/history.json")) {
-    QDir().mkpath(folder);
+    makePrivateFolder(folder);
     QFile file(m_path);
     if (!file.open(QIODevice::ReadOnly))
         return;
@@ -44,12 +43,7 @@ void HistoryStore::remove(const QUuid& id) {
 
 // A failed write is dropped: the list in memory stays right, and the next change writes all of it again.
 void HistoryStore::save() const {
-    QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    file.write(coder.encode(m_items, QJsonDocument::Indented));
-    file.commit();
+    (void)replacePrivateFile(m_path, coder.encode(m_items, QJsonDocument::Indented));
 }
 
 } // namespace velmora

@@ -20,11 +20,18 @@ bool ValueCoder<bool>::decode(const QJsonValue& json, DateForm) {
     return json.toBool();
 }
 
-qint64 ValueCoder<qint64>::decode(const QJsonValue& json, DateForm) {
-    // toInteger() gives its default for numbers with a fraction and those out of range: two defaults tell.
-    if (!json.isDouble() || json.toInteger(0) != json.toInteger(1))
-        failExpecting("an integer");
+std::optional<qint64> wholeNumber(const QJsonValue& json) {
+    // toInteger() gives its default for what is no whole number: two defaults tell.
+    if (json.toInteger(0) != json.toInteger(1))
+        return std::nullopt;
     return json.toInteger();
+}
+
+qint64 ValueCoder<qint64>::decode(const QJsonValue& json, DateForm) {
+    const std::optional<qint64> number = wholeNumber(json);
+    if (!number)
+        failExpecting("an integer");
+    return *number;
 }
 
 double ValueCoder<double>::decode(const QJsonValue& json, DateForm) {

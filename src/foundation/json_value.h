@@ -28,6 +28,9 @@ public:
     using PlainError::PlainError;
 };
 
+/// None when the value is no number, has a fraction or is out of range.
+[[nodiscard]] std::optional<qint64> wholeNumber(const QJsonValue& json);
+
 [[noreturn]] void failExpecting(const char* what);
 
 /// ValueCoder<T>::encode(value, dates) gives a QJsonValue, decode(json, dates) a T or throws DecodingError.

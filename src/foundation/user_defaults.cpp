@@ -1,8 +1,9 @@
 #include "foundation/user_defaults.h"
 
+#include "foundation/json_value.h"
 #include "foundation/log.h"
+#include "foundation/private_file.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -35,7 +36,7 @@ UserDefaults::UserDefaults(QString path, QObject* parent)
     , m_path(std::move(path))
     , m_values(readObject(m_path).value_or(QJsonObject())) {
     const QString folder = QFileInfo(m_path).path();
-    QDir().mkpath(folder);
+    makePrivateFolder(folder);
     // Atomic writes replace the file, which only the folder's watch sees; editors that write in place, only
     // the file's.
     m_watcher.addPath(folder);
@@ -54,9 +55,7 @@ std::optional<QString> UserDefaults::string(const QString& key) const {
 }
 
 std::optional<qint64> UserDefaults::integer(const QString& key) const {
-    const QJsonValue stored = value(key);
-    const bool whole = stored.isDouble() && stored.toInteger(0) == stored.toInteger(1);
-    return whole ? std::optional(stored.toInteger()) : std::nullopt;
+    return json::wholeNumber(value(key));
 }
 
 std::optional<double> UserDefaults::real(const QString& key) const {

@@ -138,6 +138,14 @@ TEST_F(HistoryStoreTest, WriteFails_ListInMemoryStaysRight) {
     EXPECT_EQ(HistoryStore(folder.path()).items().size(), 2U);
 }
 
+TEST_F(HistoryStoreTest, FileAndFolder_AreTheUsersAlone) {
+    HistoryStore(folder.path()).add(item(QStringLiteral("a")));
+    const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup | QFile::ReadOther |
+                        QFile::WriteOther | QFile::ExeOther;
+    EXPECT_EQ(QFile::permissions(path) & others, QFile::Permissions());
+    EXPECT_EQ(QFile::permissions(folder.path()) & others, QFile::Permissions());
+}
+
 TEST_F(HistoryStoreTest, Changes_AreSignalled) {
     HistoryStore store(folder.path());
     QSignalSpy changes(&store, &HistoryStore::itemsChanged);

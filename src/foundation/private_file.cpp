@@ -1,6 +1,8 @@
-#include "backend/private_file.h"
+#include "foundation/private_file.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryFile>
 
 #include <unistd.h>
@@ -8,6 +10,12 @@
 #include <cstdio>
 
 namespace velmora {
+
+bool makePrivateFolder(const QString& path) {
+    QDir().mkpath(QFileInfo(path).path());
+    QDir().mkdir(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return QFileInfo(path).isDir();
+}
 
 bool replacePrivateFile(const QString& path, const QByteArray& bytes) {
     // Not QSaveFile: its file is readable by all between its making and a change of its mode.
