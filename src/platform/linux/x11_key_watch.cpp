@@ -1,12 +1,10 @@
 #include "platform/linux/x11_key_watch.h"
 
 #include "platform/linux/x11_key_codes.h"
+#include "platform/linux/xcb_xkb.h"
 #include "platform/modifier_flags.h"
 
 #include <xcb/xinput.h>
-#define explicit explicit_ // a field of this C header
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace velmora {
 namespace {

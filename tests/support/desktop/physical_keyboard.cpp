@@ -1,12 +1,11 @@
 #include "support/desktop/physical_keyboard.h"
 
+#include "platform/linux/xcb_xkb.h"
+
 #include <QProcess>
 
 #include <xcb/xinput.h>
 #include <xcb/xtest.h>
-#define explicit explicit_ // a field of this C header
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace velmora::test {
 
