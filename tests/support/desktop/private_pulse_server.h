@@ -31,8 +31,8 @@ public:
     QByteArray loadModule(const QString& nameAndArguments) const;
     void unloadModule(const QByteArray& index) const;
 
-    /// A microphone into which somebody hums a tone of amplitude 0.5 without end. Returns what to unload to unplug
-    /// it.
+    /// A microphone into which somebody hums a tone of amplitude 0.5 without end. Returns what to unload to
+    /// unplug it.
     QByteArray loadHummingMicrophone(const QString& name, int frequency, int sampleRate = 48'000) const;
     /// Brings an unplugged microphone back; returns the same.
     QByteArray plugInAgain(const QString& name) const;
