@@ -38,10 +38,11 @@ function(velmora_expose_folder name)
     file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}" "${root}/${folder}" SYMBOLIC)
 endfunction()
 
-# velmora_test(NAME LABEL unit|adapters|e2e DEPENDS … [DESKTOP] [TIMEOUT seconds]): a GoogleTest program of all sources
-# in the folder it is called in, and its CTest entry. With DESKTOP it runs inside a virtual desktop of its own.
+# velmora_test(NAME LABEL unit|adapters|e2e DEPENDS … [DESKTOP] [ALONE] [TIMEOUT seconds]): a GoogleTest program of all sources
+# in the folder it is called in, and its CTest entry. With DESKTOP it runs inside a virtual desktop of its own,
+# with ALONE beside no other test: it works real programs that take the whole machine.
 function(velmora_test name)
-    cmake_parse_arguments(ARG "DESKTOP" "LABEL;TIMEOUT" "DEPENDS" ${ARGN})
+    cmake_parse_arguments(ARG "DESKTOP;ALONE" "LABEL;TIMEOUT" "DEPENDS" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS "*.cpp" "*.h")
     add_executable(${name} ${sources})
     velmora_rerun_moc_for_new_files(${name} ${sources})
@@ -59,6 +60,7 @@ function(velmora_test name)
         add_test(NAME ${name} COMMAND ${name})
     endif()
     velmora_label_test(${name} ${ARG_LABEL} ${ARG_TIMEOUT})
+    set_tests_properties(${name} PROPERTIES RUN_SERIAL "${ARG_ALONE}")
 endfunction()
 
 # Labels the CTest entry NAME, which runs the target NAME. The target LABEL_tests builds all programs of a label.
