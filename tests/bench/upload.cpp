@@ -83,7 +83,7 @@ private:
         const auto start = Clock::now();
         AsyncStream<DictateEvent> events = client.dictate(file);
         try {
-            while (co_await events.next()) {
+            while (const std::optional<DictateEvent> event = co_await events.next()) {
             }
         } catch (const DictateClientError&) { // it is no audio
             time = milliseconds(start, Clock::now());
