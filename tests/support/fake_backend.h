@@ -4,6 +4,8 @@
 #include "backend/dictate_service.h"
 #include "foundation/error.h"
 
+#include <deque>
+
 namespace velmora::test {
 
 /// A backend whose replies the test gives event by event.
@@ -33,21 +35,25 @@ private:
     std::optional<AsyncStream<DictateEvent>::Producer> m_reply;
 };
 
-/// A signed-in account that notes what is asked of it; with `holdRefresh` the early refresh waits for
+/// A signed-in account that notes what is asked of it; with `holdRefresh` each early refresh waits for
 /// release().
 class FakeAccountSession final : public AccountSession {
 public:
     [[nodiscard]] bool isLoggedIn() const override { return loggedIn; }
     Task<> ensureFreshToken() override {
         ++freshTokenCalls;
-        if (holdRefresh)
-            co_await m_released.next();
+        if (!holdRefresh)
+            co_return;
+        auto [released, producer] = AsyncStream<int>::make();
+        m_held.push_back(std::move(producer));
+        co_await released.next();
     }
     Task<> refreshMe() override {
         ++refreshMeCalls;
         co_return;
     }
-    void release() { m_release.yield(0); }
+    /// Lets go those that wait; what still waits at the end is let go with the object.
+    void release() { m_held.clear(); }
 
     bool loggedIn = true;
     bool holdRefresh = false;
@@ -55,9 +61,7 @@ public:
     int refreshMeCalls = 0;
 
 private:
-    std::pair<AsyncStream<int>, AsyncStream<int>::Producer> m_gate = AsyncStream<int>::make();
-    AsyncStream<int>& m_released = m_gate.first;
-    AsyncStream<int>::Producer& m_release = m_gate.second;
+    std::deque<AsyncStream<int>::Producer> m_held;
 };
 
 } // namespace velmora::test
