@@ -17,7 +17,7 @@ namespace json {
 
 template<>
 struct ValueCoder<AnyCodable> {
-    static QJsonValue encode(const AnyCodable& value, DateForm);
+    static QJsonValue encode(const AnyCodable& any, DateForm);
     static AnyCodable decode(const QJsonValue& json, DateForm); ///< never fails
 };
 

@@ -19,6 +19,6 @@ struct AuthCallback {
 };
 
 /// All empty when the text is no URL.
-[[nodiscard]] AuthCallback parseAuthCallback(const QString& url);
+[[nodiscard]] AuthCallback parseAuthCallback(const QString& text);
 
 } // namespace velmora

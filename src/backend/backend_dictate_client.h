@@ -29,7 +29,7 @@ private:
     TaskScope m_scope;
 };
 
-/// The body's own message, or "HTTP " and the status.
-[[nodiscard]] QString extractErrorMessage(const QByteArray& body, qint64 status);
+/// The own message of an error body, or "HTTP " and the status.
+[[nodiscard]] QString extractErrorMessage(const QByteArray& bytes, qint64 status);
 
 } // namespace velmora

@@ -48,6 +48,6 @@ struct BackendErrorBody {
 [[nodiscard]] QString httpStatusMessage(qint64 status);
 
 /// Throws the BackendError of a reply whose status isn't 200 to 299.
-void throwIfNotOk(qint64 status, const QByteArray& body);
+void throwIfNotOk(qint64 status, const QByteArray& bytes);
 
 } // namespace velmora

@@ -33,7 +33,7 @@ QString executableOf(const QString& exec) {
 
 } // namespace
 
-DesktopEntries::DesktopEntries(QStringList folders, QString locale)
+DesktopEntries::DesktopEntries(QStringList folders, const QString& locale)
     : m_folders(std::move(folders)) {
     for (const QString& name : {locale, locale.section(QLatin1Char('_'), 0, 0)})
         m_localeKeys << QStringLiteral("Name[%1]").arg(name);

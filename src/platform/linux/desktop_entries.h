@@ -26,7 +26,7 @@ struct DesktopEntry {
 class DesktopEntries {
 public:
     /// Folders in falling precedence; `locale` as in "ru_RU".
-    explicit DesktopEntries(QStringList folders = standardFolders(), QString locale = systemLocale());
+    explicit DesktopEntries(QStringList folders = standardFolders(), const QString& locale = systemLocale());
 
     [[nodiscard]] static QStringList standardFolders();
     [[nodiscard]] static QString systemLocale();
