@@ -75,8 +75,11 @@ private:
             const std::string_view name(
                 xcb_input_xi_device_info_name(each.data),
                 static_cast<std::size_t>(xcb_input_xi_device_info_name_length(each.data)));
-            if (each.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD &&
-                name.find("XTEST") == std::string_view::npos)
+            // A grabbed chord detaches the keyboard from the session for as long as its key is down.
+            const bool isKeyboard = each.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD ||
+                                    (each.data->type == XCB_INPUT_DEVICE_TYPE_FLOATING_SLAVE &&
+                                     name.find("keyboard") != name.npos);
+            if (isKeyboard && name.find("XTEST") == std::string_view::npos)
                 return each.data->deviceid;
         }
         throw std::runtime_error("the display has no keyboard");
