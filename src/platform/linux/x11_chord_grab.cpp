@@ -19,6 +19,7 @@ X11ChordGrab::X11ChordGrab(X11Connection& connection)
 
 X11ChordGrab::~X11ChordGrab() {
     ungrabAll();
+    m_connection.sync();
     m_leftDown.merge(m_passedOn);
     for (const xcb_keycode_t key : m_leftDown)
         post(XCB_KEY_RELEASE, key);
@@ -31,8 +32,6 @@ void X11ChordGrab::set(const std::vector<X11Keyboard>& keyboards, std::vector<xc
         return std::ranges::find(keyboards, each.first, &X11Keyboard::id) == keyboards.end();
     });
     m_keys = states.empty() ? std::vector<xcb_keycode_t>() : std::move(keys);
-    if (m_keys.empty())
-        return;
     for (const X11Keyboard& keyboard : keyboards) {
         if (keyboard.isReal)
             m_keyboards.push_back(keyboard);
@@ -45,7 +44,7 @@ void X11ChordGrab::set(const std::vector<X11Keyboard>& keyboards, std::vector<xc
             xcb_grab_key(m_connection.get(), false, m_connection.root(), static_cast<uint16_t>(state), key,
                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     }
-    m_connection.flush();
+    m_connection.sync(); // a key struck after this follows the new claim
 }
 
 void X11ChordGrab::grab(const X11Keyboard& keyboard, xcb_keycode_t key, const std::vector<uint32_t>& states) {
@@ -65,7 +64,6 @@ void X11ChordGrab::ungrabAll() {
     }
     m_keyboards.clear();
     m_keys.clear();
-    m_connection.flush();
 }
 
 void X11ChordGrab::handleGrabbed(const xcb_input_key_press_event_t& event) {
@@ -98,8 +96,7 @@ void X11ChordGrab::handleRelease(xcb_keycode_t key) {
 void X11ChordGrab::post(uint8_t kind, xcb_keycode_t key) {
     const X11InjectionGuard guard;
     fakeKey(m_connection, kind, key);
-    XcbReply<xcb_get_input_focus_reply_t>( // a round trip
-        xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
+    m_connection.sync();
 }
 
 } // namespace velmora

@@ -127,4 +127,9 @@ XcbEvent X11Connection::waitForEvent(std::chrono::milliseconds timeout) {
     return nullptr;
 }
 
+void X11Connection::sync() {
+    XcbReply<xcb_get_input_focus_reply_t>(
+        xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+}
+
 } // namespace velmora

@@ -64,6 +64,8 @@ public:
     /// The next event, or null when none comes in that time.
     [[nodiscard]] XcbEvent waitForEvent(std::chrono::milliseconds timeout);
     void flush() { xcb_flush(m_connection); }
+    /// Waits until the server has done what was asked of it so far: other clients see it done.
+    void sync();
 
 private:
     xcb_connection_t* m_connection;

@@ -67,9 +67,7 @@ void X11KeyPoster::postPasteChord(const Target& target) {
         fakeKey(m_connection, XCB_KEY_RELEASE, keys->key);
         fakeKey(m_connection, XCB_KEY_RELEASE, keys->modifier);
     }
-    // A round trip: the server has done it all when it answers.
-    XcbReply<xcb_get_input_focus_reply_t>(
-        xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
+    m_connection.sync();
 }
 
 } // namespace velmora
