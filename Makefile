@@ -12,28 +12,28 @@ help: ## This list
 	@sed -n 's/^\([a-z]*\):.*## /  make \1\t/p' Makefile | expand -t 16
 
 build: ## Build the application, the embedded backend and the tests (build/)
-	@scripts/packages install build test
+	@scripts/packages install build view test
 	@scripts/build release
 
 run: ## Start the embedded backend and the application; without a display, the demonstration
-	@scripts/packages install build test run
+	@scripts/packages install build view test run
 	@scripts/build release
 	@scripts/run
 
 test: ## Every test, and the unit tests once more under the address and undefined-behaviour sanitizers
-	@scripts/packages install build test run
+	@scripts/packages install build view test run
 	@scripts/build release
 	@ctest --test-dir build --output-on-failure --no-tests=error -j2
 	@scripts/build asan unit_tests
 	@ctest --test-dir build/asan --output-on-failure --no-tests=error -j2 -L unit
 
 bench: ## Measure the program on a virtual desktop: docs/performance.md
-	@scripts/packages install build test run
+	@scripts/packages install build view test run
 	@scripts/bench
 
 demo: export SAY ?=
 demo: ## Speak a sentence into an editor on a virtual desktop: make demo SAY="open the door"
-	@scripts/packages install build test run
+	@scripts/packages install build view test run
 	@scripts/build release
 	@scripts/demo
 
@@ -42,7 +42,7 @@ format: ## Lay out the sources as .clang-format says
 	@clang-format -i $(sources)
 
 tidy: ## Check the sources with clang-tidy
-	@scripts/packages install build test tidy
+	@scripts/packages install build view test tidy
 	@scripts/build release
 	@scripts/tidy
 
@@ -51,7 +51,7 @@ install: build ## Install under PREFIX (/usr/local)
 	@echo "Installed under $(DESTDIR)$(PREFIX); build/install.log lists the files."
 
 deb: ## Make a Debian package in build/
-	@scripts/packages install build test deb
+	@scripts/packages install build view test deb
 	@scripts/build release
 	@cd build && cpack -G DEB
 

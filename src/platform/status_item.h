@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QImage>
+#include <QObject>
+#include <QRect>
+
+#include <optional>
+
+namespace velmora {
+
+/// The program's icon in the desktop's tray. It appears as soon as there is a tray to appear in, also one
+/// that starts later.
+class StatusItem : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Whether a tray shows it now.
+    [[nodiscard]] virtual bool isShown() const = 0;
+    /// The picture, and what assistive technology and a pointer at rest read. The image's device pixel ratio
+    /// tells its size.
+    virtual void setImage(const QImage& image) = 0;
+    virtual void setToolTip(const QString& text) = 0;
+    /// Where it is on the screen, where the tray tells; else where the pointer is, for that is what has just
+    /// clicked it.
+    [[nodiscard]] virtual std::optional<QRect> frame() const = 0;
+
+Q_SIGNALS:
+    /// Any mouse button, or the keyboard.
+    void clicked();
+    void shownChanged();
+};
+
+} // namespace velmora

@@ -1,0 +1,14 @@
+import QtQuick
+import Velmora.Kit
+
+/// What the main window holds: the sidebar and the chosen screen.
+Item {
+    id: view
+
+    required property AppNavigator nav
+
+    Rectangle {
+        anchors.fill: parent
+        color: VTheme.windowBg
+    }
+}
