@@ -1,6 +1,6 @@
 #include "figures.h"
+#include "pass.h"
 #include "process_figures.h"
-#include "support/desktop/wait_until.h"
 
 #include <QProcess>
 
@@ -48,11 +48,6 @@ private:
     ProcessFigures m_begin;
     ProcessFigures m_end;
 };
-
-void pass(std::chrono::milliseconds time) {
-    const auto end = Clock::now() + time;
-    test::waitUntil([end] { return Clock::now() >= end; }, time + 10s);
-}
 
 } // namespace
 

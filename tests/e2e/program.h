@@ -19,6 +19,7 @@ public:
     [[nodiscard]] const QByteArray& output() const { return m_output; }
     /// Waits for a text in the output.
     [[nodiscard]] bool says(const QByteArray& text) const;
+    [[nodiscard]] qint64 pid() const { return m_process.processId(); }
     [[nodiscard]] bool isRunning() const { return m_process.state() == QProcess::Running; }
     /// Asks it to end as a session manager does; its exit status, or -1 when it had to be killed.
     int terminate();

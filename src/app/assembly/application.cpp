@@ -1,7 +1,6 @@
-#include "application.h"
+#include "app/assembly/application.h"
 
 #include "backend/backend_url.h"
-#include "foundation/user_folders.h"
 
 #include <QStandardPaths>
 
@@ -16,16 +15,18 @@ QString recordingsFolder() {
 
 } // namespace
 
-Application::Application()
-    : m_supportFolder(applicationSupportFolder())
-    , m_defaults(defaultsPath())
-    , m_session(m_transport, m_authStore, m_loop, backendURL(m_info))
-    , m_recorder(m_loop, m_defaults, m_engine, m_codec, recordingsFolder())
+Application::Application(const Setup& setup)
+    : m_defaults(setup.defaultsPath)
+    , m_history(setup.supportFolder)
+    , m_authStore(setup.supportFolder, m_defaults)
+    , m_session(m_transport, m_authStore, m_loop, backendURL(setup.info))
+    , m_engine(setup.makeEngine(m_pulse))
+    , m_recorder(m_loop, m_defaults, *m_engine, m_codec, recordingsFolder())
     , m_player(m_pulse, resourcePath(QStringLiteral("sounds")))
     , m_pasteQueue(X11PasteQueue::open(m_loop, {}))
     , m_injector(m_loop, m_pasteQueue ? static_cast<Pasteboard&>(*m_pasteQueue) : m_noDesktop,
                  m_pasteQueue ? static_cast<KeyPoster&>(*m_pasteQueue) : m_noDesktop)
-    , m_signIn(m_authStore, m_workspace, landingURL(m_info))
+    , m_signIn(m_authStore, m_workspace, landingURL(setup.info))
     , m_delegate({
           .loop = m_loop,
           .defaults = m_defaults,
@@ -43,7 +44,7 @@ Application::Application()
                        .injector = m_injector,
                        .sounds = m_sounds,
                        .workspace = m_workspace},
-          .applicationSupportFolder = m_supportFolder,
+          .applicationSupportFolder = setup.supportFolder,
       }) {}
 
 void Application::launch(const InstanceCommand& command) {

@@ -7,6 +7,7 @@
 #include "backend/sign_in.h"
 #include "foundation/info_dictionary.h"
 #include "foundation/qt_main_loop.h"
+#include "foundation/user_folders.h"
 #include "platform/linux/ffmpeg_audio_codec.h"
 #include "platform/linux/no_desktop_paste.h"
 #include "platform/linux/pulse_audio_engine.h"
@@ -21,28 +22,38 @@ namespace velmora {
 /// Every object of the running program, in the order in which they are made.
 class Application {
 public:
-    Application();
+    /// What the program finds where it runs; measurements bring their own.
+    struct Setup {
+        InfoDictionary info = InfoDictionary::load();
+        QString supportFolder = applicationSupportFolder();
+        QString defaultsPath = velmora::defaultsPath();
+        std::function<std::unique_ptr<AudioEngine>(PulseConnection&)> makeEngine =
+            [](PulseConnection& pulse) { return std::make_unique<PulseAudioEngine>(pulse); };
+    };
+
+    explicit Application(const Setup& setup = {});
 
     /// Runs the start sequence, then what the program was started for.
     void launch(const InstanceCommand& command);
     /// Does what another process asks for, after what is queued already: the asker isn't kept waiting.
     void queueCommand(const InstanceCommand& command);
 
+    [[nodiscard]] AppDelegate& delegate() { return m_delegate; }
+    [[nodiscard]] AuthStore& authStore() { return m_authStore; }
+
 private:
     QtMainLoop m_loop;
-    const InfoDictionary m_info = InfoDictionary::load();
-    const QString m_supportFolder;
     UserDefaults m_defaults;
     AppSettings m_settings{m_defaults};
-    HistoryStore m_history{m_supportFolder};
+    HistoryStore m_history;
 
-    AuthStore m_authStore{m_supportFolder, m_defaults};
+    AuthStore m_authStore;
     QtHttpTransport m_transport{m_loop};
     AuthSession m_session;
     BackendDictateClient m_dictation{m_transport, m_session};
 
     PulseConnection m_pulse;
-    PulseAudioEngine m_engine{m_pulse};
+    std::unique_ptr<AudioEngine> m_engine;
     FfmpegAudioCodec m_codec;
     AudioRecorder m_recorder;
     PulseSoundPlayer m_player;
