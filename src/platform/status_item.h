@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QList>
 #include <QObject>
 #include <QRect>
 
@@ -18,9 +19,9 @@ public:
 
     /// Whether a tray shows it now.
     [[nodiscard]] virtual bool isShown() const = 0;
-    /// The picture, and what assistive technology and a pointer at rest read. The image's device pixel ratio
-    /// tells its size.
-    virtual void setImage(const QImage& image) = 0;
+    /// The square picture in several sizes; the tray takes the one that fits it.
+    virtual void setImage(const QList<QImage>& sizes) = 0;
+    /// What assistive technology and a pointer at rest read.
     virtual void setToolTip(const QString& text) = 0;
     /// Where it is on the screen, where the tray tells; else where the pointer is, for that is what has just
     /// clicked it.

@@ -2,19 +2,48 @@ import QtQuick
 import Velmora.Kit
 
 /// A row of the popup: icon, label and a printed shortcut.
-Item {
+PopoverButton {
     id: row
 
+    /// Of the icon table; -1 for none.
+    property int symbol: -1
     required property string label
+    property string shortcut
+    property bool muted: false
 
-    implicitWidth: 308
-    implicitHeight: 34
+    topPadding: 8
+    bottomPadding: 8
+    Accessible.name: label
 
-    Text {
-        anchors.verticalCenter: parent.verticalCenter
-        x: 12
-        text: row.label
-        color: VTheme.text
-        font: VFont.display(13)
+    contentItem: Item {
+        implicitHeight: 18
+
+        VIconView {
+            id: icon
+
+            anchors.verticalCenter: parent.verticalCenter
+            visible: row.symbol >= 0
+            icon: row.symbol
+            size: 16
+            color: row.muted ? row.theme.textMuted : row.theme.text
+        }
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            x: icon.visible ? icon.width + 10 : 0
+            width: shortcut.x - x - 8
+            text: row.label
+            elide: Text.ElideRight
+            color: row.muted ? row.theme.textMuted : row.theme.text
+            font: VFont.display(13)
+        }
+        Text {
+            id: shortcut
+
+            anchors.verticalCenter: parent.verticalCenter
+            anchors.right: parent.right
+            text: row.shortcut
+            color: row.theme.textDim
+            font: VFont.display(12)
+        }
     }
 }

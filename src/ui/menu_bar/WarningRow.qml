@@ -1,0 +1,30 @@
+import QtQuick
+import Velmora.Kit
+
+/// The head while a right is missing.
+PopoverHead {
+    id: row
+
+    title: "Глобальная запись выключена"
+    titleSize: 12.5
+    hintSize: 10.5
+
+    badge: VRoundedRect {
+        width: 28
+        height: 28
+        radius: 8
+        color: Qt.alpha(row.theme.amber, 0.16)
+
+        VIconView {
+            anchors.centerIn: parent
+            icon: VIcon.lock
+            size: 13
+            color: row.theme.amber
+        }
+    }
+    end: VIconView {
+        icon: VIcon.chevRight
+        size: 12
+        color: row.theme.textDim
+    }
+}
