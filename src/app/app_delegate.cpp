@@ -165,7 +165,10 @@ void AppDelegate::watchInputMonitoring() {
 }
 
 void AppDelegate::prewarmWindows() {
-    m_prewarmTimer = m_loop.after(prewarmDelay, [this] { m_windows.prewarm(); });
+    m_prewarmTimer = m_loop.after(prewarmDelay, [this] {
+        m_windows.prewarm();
+        m_menuBar->prewarm();
+    });
 }
 
 void AppDelegate::openMain(const std::optional<QString>& tab, bool toHistory, bool toMeetings) {

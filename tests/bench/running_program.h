@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../e2e/program.h"
+#include "e2e/session/program.h"
 #include "scripted_server.h"
 
 #include <QTemporaryDir>

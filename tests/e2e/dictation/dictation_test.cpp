@@ -1,5 +1,5 @@
-#include "dictation_session.h"
-#include "sign_in_page.h"
+#include "e2e/session/dictation_session.h"
+#include "e2e/session/sign_in_page.h"
 #include "support/desktop/target_application.h"
 #include "support/desktop/wait_until.h"
 

@@ -1,4 +1,4 @@
-#include "program.h"
+#include "e2e/session/program.h"
 
 #include "support/desktop/wait_until.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/history_item.h"
-#include "program.h"
+#include "e2e/session/program.h"
 #include "support/desktop/physical_keyboard.h"
 
 #include <QTemporaryDir>

@@ -1,8 +1,8 @@
-#include "dictation_session.h"
+#include "e2e/session/dictation_session.h"
 
 #include "core/history_store.h"
 #include "foundation/user_folders.h"
-#include "sign_in_page.h"
+#include "e2e/session/sign_in_page.h"
 #include "support/desktop/wait_until.h"
 
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "sign_in_page.h"
+#include "e2e/session/sign_in_page.h"
 
 #include "support/desktop/wait_until.h"
 
