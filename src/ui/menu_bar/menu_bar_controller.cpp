@@ -74,7 +74,8 @@ void MenuBarController::connectPopup(const MenuBarPopoverModel& popover) {
             closePopup();
         },
         Qt::QueuedConnection);
-    connect(&popover, &MenuBarPopoverModel::dismissed, panel, [this] { closePopup(); }, Qt::QueuedConnection);
+    connect(
+        &popover, &MenuBarPopoverModel::dismissed, panel, [this] { closePopup(); }, Qt::QueuedConnection);
     connect(
         &popover, &MenuBarPopoverModel::chosen, panel,
         [this](PopoverAction action) {
@@ -108,9 +109,9 @@ std::unique_ptr<QQuickItem> MenuBarController::makeView(MenuBarPopoverModel& pop
     if (!m_view)
         m_view = std::make_unique<QQmlComponent>(
             &m_engine.get(), QUrl(QStringLiteral("qrc:/qt/qml/Velmora/MenuBar/MenuBarPopoverView.qml")));
-    QObject* object = m_view->createWithInitialProperties(
-        {{QStringLiteral("popover"), QVariant::fromValue(&popover)},
-         {QStringLiteral("seeThrough"), seeThrough}});
+    QObject* object =
+        m_view->createWithInitialProperties({{QStringLiteral("popover"), QVariant::fromValue(&popover)},
+                                             {QStringLiteral("seeThrough"), seeThrough}});
     if (!object)
         qFatal("%s", qPrintable(m_view->errorString()));
     return std::unique_ptr<QQuickItem>(qobject_cast<QQuickItem*>(object));

@@ -41,7 +41,7 @@ private:
     MenuBarIconMode m_mode = MenuBarIconMode::Idle;
     std::optional<Frame> m_shown;
     std::map<Frame, QList<QImage>> m_pictures; ///< in the present accent
-    std::optional<Timer> m_frameTimer; ///< while something moves before somebody's eyes
+    std::optional<Timer> m_frameTimer;         ///< while something moves before somebody's eyes
 };
 
 } // namespace velmora

@@ -61,8 +61,7 @@ BrandBars voiceBars(std::span<const float> levels) {
 BrandBars waveBars(double seconds) {
     BrandBars bars{};
     for (std::size_t i = 0; i < bars.size(); ++i)
-        bars[i] =
-            envelope(i) * ((std::sin(seconds * 2.2 - 0.7 * static_cast<double>(i)) + 1) * 0.5 * 22 + 8);
+        bars[i] = envelope(i) * ((std::sin(seconds * 2.2 - 0.7 * static_cast<double>(i)) + 1) * 0.5 * 22 + 8);
     return bars;
 }
 

@@ -23,8 +23,8 @@ class MenuBarPopoverModel : public QObject {
 
 public:
     struct Snapshot {
-        QString hotkeyLabel;
-        QString standInNote;
+        QString hotkeyLabel = {};
+        QString standInNote = {};
         bool hotkeyActive = false;
         bool inputMonitoringGranted = false;
         bool accessibilityGranted = false;

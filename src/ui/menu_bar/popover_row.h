@@ -21,12 +21,21 @@ struct PopoverRow {
     Q_PROPERTY(velmora::PopoverRow::Action action MEMBER action CONSTANT)
 
 public:
-    enum class Action { History, Meetings, Settings, About, OpenPermissions, TestRecord, ShowOnboarding, Quit };
+    enum class Action {
+        History,
+        Meetings,
+        Settings,
+        About,
+        OpenPermissions,
+        TestRecord,
+        ShowOnboarding,
+        Quit
+    };
     Q_ENUM(Action)
 
-    std::optional<VIcon> icon;
+    std::optional<VIcon> icon = {};
     QString label;
-    QString shortcut;       ///< printed only
+    QString shortcut = {};  ///< printed only
     bool muted = false;     ///< in the quieter colour
     bool separated = false; ///< with a hairline above it
     Action action = Action::History;
