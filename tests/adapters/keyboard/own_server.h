@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QProcess>
 
 namespace velmora::test {
@@ -7,7 +8,7 @@ namespace velmora::test {
 /// An X server of the test's own, to be taken away from under a program.
 class OwnServer {
 public:
-    OwnServer() { start({QStringLiteral("-displayfd"), QStringLiteral("1")}); }
+    OwnServer() { start(); }
     ~OwnServer() { stop(); }
     OwnServer(const OwnServer&) = delete;
     OwnServer& operator=(const OwnServer&) = delete;
@@ -18,22 +19,28 @@ public:
         m_process.waitForFinished();
     }
     /// Starts another under the same name.
-    void startAgain() {
-        start({QString::fromLatin1(m_display), QStringLiteral("-displayfd"), QStringLiteral("1")});
-    }
+    void startAgain() { start(); }
 
 private:
-    void start(QStringList arguments) {
-        arguments << QStringLiteral("-noreset") << QStringLiteral("-nolisten") << QStringLiteral("tcp");
+    // The desktops of other tests take the lowest numbers that are free, and must not take this one
+    // meanwhile.
+    static QByteArray ownName() {
+        static int servers = 0;
+        return ":" + QByteArray::number(1000 + QCoreApplication::applicationPid() % 30000 + servers++);
+    }
+
+    void start() {
         m_process.setStandardErrorFile(QProcess::nullDevice());
-        m_process.start(QStringLiteral("Xvfb"), arguments);
+        m_process.start(QStringLiteral("Xvfb"),
+                        {QString::fromLatin1(m_display), QStringLiteral("-displayfd"), QStringLiteral("1"),
+                         QStringLiteral("-noreset"), QStringLiteral("-nolisten"), QStringLiteral("tcp")});
         while (!m_process.canReadLine() && m_process.waitForReadyRead()) {
         }
-        m_display = ":" + m_process.readLine().trimmed();
+        m_process.readLine(); // it is ready
     }
 
     QProcess m_process;
-    QByteArray m_display;
+    const QByteArray m_display = ownName();
 };
 
 } // namespace velmora::test

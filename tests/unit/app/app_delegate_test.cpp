@@ -4,12 +4,14 @@
 #include "support/fake_app_windows.h"
 #include "support/fake_audio.h"
 #include "support/fake_backend.h"
+#include "support/fake_color_scheme.h"
 #include "support/fake_desktop.h"
 #include "support/fake_event_tap.h"
 #include "support/fake_privacy_rights.h"
 #include "support/fake_screens.h"
 #include "support/fake_status_item.h"
 #include "support/hand_loop.h"
+#include "ui/kit/v_theme.h"
 #include "ui/qml_engine.h"
 
 #include <QDir>
@@ -67,6 +69,8 @@ protected:
     FakeStatusItem statusItem;
     FakeScreens screens;
     FakeCompositing compositing;
+    FakeColorScheme scheme;
+    VTheme theme{settings, scheme};
     UiEngine engineOfViews{makeQmlEngine};
     int terminations = 0;
     AppDelegate app{{
