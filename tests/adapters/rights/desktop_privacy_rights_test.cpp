@@ -2,6 +2,7 @@
 #include "platform/linux/desktop_privacy_rights.h"
 #include "platform/linux/pulse_connection.h"
 #include "platform/linux/pulse_devices.h"
+#include "support/desktop/environment.h"
 #include "support/desktop/private_pulse_server.h"
 #include "support/fake_desktop.h"
 #include "support/outcome.h"
@@ -18,32 +19,6 @@ namespace {
 
 constexpr auto allRights = {PrivacyRight::Microphone, PrivacyRight::InputMonitoring,
                             PrivacyRight::Accessibility, PrivacyRight::ScreenRecording};
-
-/// Another value, or none, for an environment variable of this process.
-class Environment {
-public:
-    Environment(const char* name, const QByteArray& value)
-        : m_name(name)
-        , m_wasSet(qEnvironmentVariableIsSet(name))
-        , m_before(qgetenv(name)) {
-        set(!value.isNull(), value);
-    }
-    ~Environment() { set(m_wasSet, m_before); }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-
-private:
-    void set(bool isSet, const QByteArray& value) {
-        if (isSet)
-            qputenv(m_name, value);
-        else
-            qunsetenv(m_name);
-    }
-
-    const char* m_name;
-    const bool m_wasSet;
-    const QByteArray m_before;
-};
 
 /// The rights of a session with the given sound server; empty for the desktop's own.
 class Session {
@@ -107,7 +82,7 @@ TEST(DesktopPrivacyRights, XServerWithinAWaylandSession_KeysAreNotWatched) {
     EXPECT_TRUE(session.rights.isGranted(PrivacyRight::Accessibility));
 }
 
-TEST(DesktopPrivacyRights, NoSoundServer_IsSaidWithoutAWait) {
+TEST(DesktopPrivacyRights, NoSoundServer_NeitherMicrophoneNorPlayback) {
     Session session("unix:/nowhere/native");
     EXPECT_FALSE(session.rights.isGranted(PrivacyRight::Microphone));
     EXPECT_FALSE(session.rights.isGranted(PrivacyRight::ScreenRecording));
