@@ -1,5 +1,6 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MenuBar
 
 /// The popup of the tray icon.
 FocusScope {

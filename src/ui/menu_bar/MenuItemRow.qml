@@ -11,9 +11,8 @@ PopoverButton {
     property string shortcut
     property bool muted: false
 
-    topPadding: 8
-    bottomPadding: 8
-    Accessible.name: label
+    verticalPadding: 8
+    text: label
 
     contentItem: Item {
         implicitHeight: 18

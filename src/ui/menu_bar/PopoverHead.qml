@@ -13,8 +13,8 @@ PopoverButton {
     property real hintSize: 11
     property string note
 
-    Accessible.name: title
-    Accessible.description: note ? hint + ". " + note : hint
+    text: title
+    Accessible.description: hint
 
     contentItem: Item {
         implicitHeight: Math.max(badgeSlot.height, texts.height)

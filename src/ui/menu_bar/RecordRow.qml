@@ -8,6 +8,8 @@ PopoverHead {
     required property string keyLabel
 
     title: "Записать"
+    tooltip: keyText.truncated ? keyLabel : ""
+    Accessible.description: keyLabel + ": " + (note ? hint + ". " + note : hint)
 
     badge: [
         VShadow {
@@ -33,4 +35,20 @@ PopoverHead {
             }
         }
     ]
+    end: VKeyCap {
+        id: cap
+
+        text: ""
+        Accessible.name: row.keyLabel
+
+        Text {
+            id: keyText
+
+            width: Math.min(implicitWidth, 110)
+            text: row.keyLabel
+            elide: Text.ElideRight
+            color: cap.ink
+            font: VFont.mono(cap.fontSize, VFont.Medium)
+        }
+    }
 }

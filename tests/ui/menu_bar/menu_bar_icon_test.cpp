@@ -1,4 +1,4 @@
-#include "dictation_on_fakes.h"
+#include "support/dictation_on_fakes.h"
 #include "support/fake_status_item.h"
 #include "ui/menu_bar/menu_bar_icon.h"
 

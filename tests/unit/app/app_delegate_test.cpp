@@ -5,6 +5,7 @@
 #include "support/fake_audio.h"
 #include "support/fake_backend.h"
 #include "support/fake_color_scheme.h"
+#include "support/fake_compositing.h"
 #include "support/fake_desktop.h"
 #include "support/fake_event_tap.h"
 #include "support/fake_privacy_rights.h"

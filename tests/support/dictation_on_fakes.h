@@ -8,6 +8,8 @@
 
 #include <QTemporaryDir>
 
+#include <cmath>
+
 namespace velmora::test {
 
 /// A dictation pipeline between fakes, and the shortest ways into each of its states.
@@ -26,7 +28,8 @@ public:
     }
     /// A buffer of that level, 0.0 to 1.0.
     void speak(double level) {
-        engine.speak(std::vector<float>(960, static_cast<float>(std::pow(10.0, (level - 1) * 3))));
+        const double amplitude = level > 0 ? std::pow(10.0, (level - 1) * 3) : 0;
+        engine.speak(std::vector<float>(960, static_cast<float>(amplitude)));
         loop.runPosted();
     }
 
