@@ -34,7 +34,8 @@ QString filterOfAll() {
 }
 
 QString searchForm(const QString& text) {
-    return text.normalized(QString::NormalizationForm_C).toCaseFolded();
+    // Folding alone goes letter by letter; by way of capitals "ß" is "ss".
+    return text.normalized(QString::NormalizationForm_C).toUpper().toCaseFolded();
 }
 
 std::vector<HistoryItem> filtered(const std::vector<HistoryItem>& items, const QString& filter,
