@@ -6,6 +6,8 @@
 namespace velmora {
 namespace {
 
+const QString fnLabel = QStringLiteral("Fn");
+
 QString keyName(FnStandIn key) {
     switch (key) {
     case FnStandIn::None:
@@ -35,17 +37,16 @@ QString hotkeyLabel(const AppSettings& settings) {
     if (hotkey == QLatin1String("rcmd"))
         return QStringLiteral("Right ⌘");
     if (hotkey != QLatin1String("custom"))
-        return QStringLiteral("Fn");
+        return fnLabel;
     const QString label = settings.hotkeyCustomLabel();
     return label.isEmpty() ? QStringLiteral("?") : label;
 }
 
-QString fnStandInHint(const AppSettings& settings) {
-    const QString hotkey = settings.hotkey();
+QString fnStandInNote(const AppSettings& settings) {
     const QString key = keyName(fnStandInFromName(settings.fnStandIn()));
-    const bool isFn = hotkey != QLatin1String("ralt") && hotkey != QLatin1String("rcmd") &&
-                      hotkey != QLatin1String("custom");
-    return isFn && !key.isEmpty() ? QStringLiteral("Вместо Fn здесь — %1.").arg(key) : QString();
+    if (key.isEmpty() || hotkeyLabel(settings) != fnLabel)
+        return {};
+    return QStringLiteral("Fn здесь — %1").arg(key);
 }
 
 } // namespace velmora

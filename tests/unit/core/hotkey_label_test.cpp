@@ -41,16 +41,16 @@ TEST_F(HotkeyLabel, EachHotkey_HasItsLabel) {
 }
 
 TEST_F(HotkeyLabel, FnPlayedByAnotherKey_IsSaid) {
-    EXPECT_EQ(fnStandInHint(settings), QStringLiteral("Вместо Fn здесь — правый Ctrl."));
+    EXPECT_EQ(fnStandInNote(settings), QStringLiteral("Fn здесь — правый Ctrl"));
     settings.setFnStandIn(QStringLiteral("scrolllock"));
-    EXPECT_EQ(fnStandInHint(settings), QStringLiteral("Вместо Fn здесь — Scroll Lock."));
+    EXPECT_EQ(fnStandInNote(settings), QStringLiteral("Fn здесь — Scroll Lock"));
     settings.setFnStandIn(QStringLiteral("none"));
-    EXPECT_EQ(fnStandInHint(settings), QString());
+    EXPECT_EQ(fnStandInNote(settings), QString());
 }
 
 TEST_F(HotkeyLabel, OtherHotkeyThanFn_HasNoStandIn) {
     for (const char* hotkey : {"ralt", "rcmd", "custom"}) {
         settings.setHotkey(QString::fromUtf8(hotkey));
-        EXPECT_EQ(fnStandInHint(settings), QString()) << hotkey;
+        EXPECT_EQ(fnStandInNote(settings), QString()) << hotkey;
     }
 }
