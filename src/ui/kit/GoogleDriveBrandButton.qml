@@ -1,0 +1,7 @@
+import QtQuick
+import Velmora.Kit
+
+/// Connects the online storage.
+VButton {
+    mark: GoogleDriveMark {}
+}

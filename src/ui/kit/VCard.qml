@@ -1,0 +1,27 @@
+import QtQuick
+import Velmora.Kit
+
+/// A group of things that belong together, one under the other.
+VRoundedRect {
+    id: card
+
+    default property alias content: column.data
+    property alias spacing: column.spacing
+    property bool dark: VTheme.dark
+    property real padding: 16
+
+    implicitWidth: column.implicitWidth + 2 * padding
+    implicitHeight: column.implicitHeight + 2 * padding
+    radius: 12
+    color: VTheme.scheme(dark).cardBg
+    borderColor: VTheme.scheme(dark).hairline
+    borderWidth: 1
+
+    Column {
+        id: column
+
+        x: card.padding
+        y: card.padding
+        width: card.width - 2 * card.padding
+    }
+}

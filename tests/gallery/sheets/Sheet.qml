@@ -1,0 +1,7 @@
+import QtQuick
+import Velmora.Kit
+
+/// A page of specimens, each row under its caption.
+Column {
+    spacing: 20
+}
