@@ -305,7 +305,8 @@ TEST_F(AppDelegateTest, InputMonitoringGrantedLater_StartsTheHotkeyAtOnce) {
     EXPECT_FALSE(app.hotkey().isActive());
     keyboard.activeAllowed = true;
     rights.granted.insert(PrivacyRight::InputMonitoring);
-    app.handleAppBecameActive();
+    statusItem.click(); // the popup looks at the rights
+    loop.runPosted();
     EXPECT_TRUE(app.hotkey().isActive());
 }
 
