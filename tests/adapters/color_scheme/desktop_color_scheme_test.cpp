@@ -114,6 +114,7 @@ TEST_F(DesktopColorSchemeTest, PreferenceTakenBack_LeavesItToThePaletteAgain) {
 TEST_F(DesktopColorSchemeTest, OtherSettings_AreNoPreference) {
     startPortal(noPreference);
     const DesktopColorScheme scheme(program);
+    settle();
     portal->change(QStringLiteral("org.freedesktop.appearance"), QStringLiteral("contrast"), dark);
     portal->change(QStringLiteral("org.example.interface"), QStringLiteral("color-scheme"), dark);
     settle();
