@@ -36,8 +36,7 @@ public:
     virtual ~AppWindows() = default;
 
     [[nodiscard]] virtual std::unique_ptr<HudPanel> makeHud(PipelineCoordinator& pipeline) = 0;
-    [[nodiscard]] virtual std::unique_ptr<AppWindow> makeMainWindow(PipelineCoordinator& pipeline,
-                                                                    PermissionManager& permissions) = 0;
+    [[nodiscard]] virtual std::unique_ptr<AppWindow> makeMainWindow(PermissionManager& permissions) = 0;
     /// Makes the first capsule quick; called when the start is over.
     virtual void prewarm() = 0;
 };
