@@ -43,15 +43,12 @@ Item {
         anchors.centerIn: parent
         spacing: hud.metrics.itemSpacing
 
-        LiveDot {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: hud.content.dot
-            size: hud.metrics.dotDiameter
+        Part {
+            active: hud.content.dot
+            sourceComponent: LiveDot { size: hud.metrics.dotDiameter }
         }
-        Loader {
-            anchors.verticalCenter: parent.verticalCenter
+        Part {
             active: hud.content.wave
-            visible: active
             sourceComponent: VoiceWave { model: hud.model }
         }
         VRoundedRect {
@@ -61,50 +58,53 @@ Item {
             height: hud.metrics.dividerHeight
             color: Qt.rgba(1, 1, 1, 0.18)
         }
-        Text {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: text !== ""
+        Line {
             width: Math.max(implicitWidth, hud.metrics.timerMinimumWidth)
             horizontalAlignment: Text.AlignHCenter
             text: hud.content.timer
             font: VFont.mono(hud.metrics.textSize, VFont.Semibold)
-            color: "white"
         }
-        Text {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: text !== ""
+        Line {
             width: Math.min(implicitWidth, hud.metrics.partialMaximumWidth)
             horizontalAlignment: Text.AlignRight
             text: hud.content.partial
-            textFormat: Text.PlainText
             elide: Text.ElideLeft
-            maximumLineCount: 1
             font: VFont.display(hud.metrics.textSize, VFont.Regular)
             color: Qt.rgba(1, 1, 1, 0.92)
         }
-        BloomSpinner {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: hud.content.spinner
-            size: hud.metrics.spinnerDiameter
-            accent: VTheme.accent
+        Part {
+            active: hud.content.spinner
+            sourceComponent: BloomSpinner {
+                size: hud.metrics.spinnerDiameter
+                accent: VTheme.accent
+            }
         }
-        VIconView {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: hud.content.cross
-            icon: VIcon.xMark
-            size: hud.metrics.crossSize
-            color: "white"
+        Part {
+            active: hud.content.cross
+            sourceComponent: VIconView {
+                icon: VIcon.xMark
+                size: hud.metrics.crossSize
+                color: "white"
+            }
         }
-        Text {
-            anchors.verticalCenter: parent.verticalCenter
-            visible: text !== ""
+        Line {
             width: Math.min(implicitWidth, hud.metrics.messageMaximumWidth)
             text: hud.content.status
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
-            maximumLineCount: 1
             font: VFont.display(hud.metrics.textSize, VFont.Medium)
-            color: "white"
         }
+    }
+
+    component Part: Loader {
+        anchors.verticalCenter: parent.verticalCenter
+        visible: active
+    }
+    component Line: Text {
+        anchors.verticalCenter: parent.verticalCenter
+        visible: text !== ""
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        maximumLineCount: 1
+        color: "white"
+        Accessible.ignored: true // the capsule says it all
     }
 }

@@ -35,8 +35,8 @@ void GlowingDot::paint(QPainter* painter) {
     const qreal radius = m_diameter / 2;
     const qreal scale = window() ? window()->effectiveDevicePixelRatio() : 1;
     if (m_light.isNull() || m_lightScale != scale) {
-        m_light = softShadow({m_diameter, m_diameter}, radius, lightRadius, withOpacity(m_color, lightOpacity),
-                             scale);
+        m_light = softShadow({m_diameter, m_diameter}, radius, lightRadius,
+                             withOpacity(m_color, lightOpacity), scale);
         m_lightScale = scale;
     }
     painter->setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);

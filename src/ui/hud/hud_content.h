@@ -30,8 +30,8 @@ public:
     QString partial{}; ///< the newest words, as they came
     bool spinner = false;
     bool cross = false;
-    QString status{};          ///< what is being done, or what went wrong
-    QString spoken{};          ///< what a screen reader says, whatever is shown
+    QString status{};        ///< what is being done, or what went wrong
+    QString spoken{};        ///< what a screen reader says, whatever is shown
     bool strongGlow = false; ///< the light of a plain recording
 
     bool operator==(const HudContent&) const = default;

@@ -35,8 +35,8 @@ std::vector<qreal> liveBarHeights(std::span<const float> levels, int capacity, q
 std::vector<qreal> waveDotDiameters(std::span<const float> levels, qreal height) {
     std::vector<qreal> diameters;
     for (const float level : lastOf(levels, dotCount))
-        diameters.push_back(std::max(smallestExtent, (height - smallestExtent) * static_cast<qreal>(level) +
-                                                         smallestExtent));
+        diameters.push_back(
+            std::max(smallestExtent, (height - smallestExtent) * static_cast<qreal>(level) + smallestExtent));
     return diameters;
 }
 

@@ -20,7 +20,8 @@ inline constexpr qreal liveBarGain = 1.3;
 /// A diameter for each of the last twelve levels.
 [[nodiscard]] std::vector<qreal> waveDotDiameters(std::span<const float> levels, qreal height);
 
-/// A band around the frame's horizontal middle, as thick as the voice is loud; empty for less than two levels.
+/// A band around the frame's horizontal middle, as thick as the voice is loud; empty for less than two
+/// levels.
 [[nodiscard]] QPainterPath waveCurvePath(std::span<const float> levels, const QSizeF& frame);
 
 } // namespace velmora

@@ -21,7 +21,8 @@ RecordingHUDPanel::RecordingHUDPanel(UiEngine& engine, const PipelineCoordinator
     : QQuickView(&engine.get(), nullptr)
     , m_defaults(defaults)
     , m_screens(screens)
-    , m_compositing(compositing) {
+    , m_compositing(compositing)
+    , m_model(new RecordingHUDModel(coord, settings, this)) {
     setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowTransparentForInput |
              Qt::WindowDoesNotAcceptFocus | Qt::NoDropShadowWindowHint | Qt::BypassWindowManagerHint);
     QSurfaceFormat seeThrough = format();
@@ -29,16 +30,25 @@ RecordingHUDPanel::RecordingHUDPanel(UiEngine& engine, const PipelineCoordinator
     setFormat(seeThrough);
     setColor(Qt::transparent);
     setResizeMode(SizeRootObjectToView);
-    auto* model = new RecordingHUDModel(coord, settings, this); // the view is gone before its children
-    setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(model)}});
+    setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(m_model)}});
     setSource(viewURL());
     connect(&compositing, &Compositing::changed, this, &RecordingHUDPanel::updateMask);
     connect(rootObject(), SIGNAL(capsuleRectChanged()), this, SLOT(updateMask()));
 }
 
-void RecordingHUDPanel::prewarm(UiEngine& engine) {
+void RecordingHUDPanel::prewarm(UiEngine& engine, const PipelineCoordinator& coord,
+                                const AppSettings& settings, const UserDefaults& defaults, Screens& screens,
+                                const Compositing& compositing) {
+    // As long as a component lives, what it has loaded stays loaded.
     auto* component = new QQmlComponent(&engine.get(), &engine.get());
     component->loadUrl(viewURL());
+    // The rest is what Qt makes with its first window, frame and text; nobody sees this one.
+    RecordingHUDPanel first(engine, coord, settings, defaults, screens, compositing);
+    first.m_model->setState(pipeline_state::Transcribing{});
+    first.m_model->setState(pipeline_state::Recording{});
+    first.reposition();
+    first.create();
+    first.grabWindow();
 }
 
 void RecordingHUDPanel::reposition() {

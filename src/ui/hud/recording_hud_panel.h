@@ -19,8 +19,10 @@ public:
     RecordingHUDPanel(UiEngine& engine, const PipelineCoordinator& coord, const AppSettings& settings,
                       const UserDefaults& defaults, Screens& screens, const Compositing& compositing);
 
-    /// Makes the first panel quick: what is loaded for a capsule stays loaded as long as the engine.
-    static void prewarm(UiEngine& engine);
+    /// Makes the first panel as quick as the later ones: what is loaded for a capsule stays loaded as long as
+    /// the engine.
+    static void prewarm(UiEngine& engine, const PipelineCoordinator& coord, const AppSettings& settings,
+                        const UserDefaults& defaults, Screens& screens, const Compositing& compositing);
 
     /// Lays the panel where the stored settings want it; without a screen it stays where it is.
     void reposition();
@@ -35,6 +37,7 @@ private:
     const UserDefaults& m_defaults;
     Screens& m_screens;
     const Compositing& m_compositing;
+    RecordingHUDModel* m_model; ///< a child, for the view that needs it is gone before the children are
 };
 
 } // namespace velmora
