@@ -8,8 +8,6 @@
 #include "support/outcome.h"
 #include "support/wait.h"
 
-#include <QSignalSpy>
-
 #include <gmock/gmock.h>
 
 using namespace velmora;
@@ -107,14 +105,15 @@ TEST_F(SoundRightsTest, OutputWithoutInput_ItsMonitorIsNoMicrophone) {
 
 TEST_F(SoundRightsTest, DevicesThatComeAndGo_AreNoticed) {
     EXPECT_FALSE(rights.isGranted(PrivacyRight::Microphone));
-    QSignalSpy changed(&session.devices, &PulseDevices::changed);
+    int changes = 0;
+    const QObject here; // the signal comes from the sound thread
+    QObject::connect(&session.devices, &PulseDevices::changed, &here, [&changes] { ++changes; });
     const QByteArray microphone = server.loadHummingMicrophone(QStringLiteral("mic"), 500);
     EXPECT_TRUE(session.comesTo(PrivacyRight::Microphone, true));
-    EXPECT_TRUE(waitUntil([&] { return !changed.isEmpty(); }));
-    changed.clear();
+    EXPECT_TRUE(waitUntil([&] { return changes == 2; })); // the microphone's feed came first, with a monitor
     server.unloadModule(microphone);
     EXPECT_TRUE(session.comesTo(PrivacyRight::Microphone, false));
-    EXPECT_TRUE(waitUntil([&] { return !changed.isEmpty(); }));
+    EXPECT_TRUE(waitUntil([&] { return changes == 3; }));
     EXPECT_FALSE(session.answer(rights.request(PrivacyRight::Microphone)));
 }
 
