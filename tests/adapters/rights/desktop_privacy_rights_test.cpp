@@ -105,15 +105,14 @@ TEST_F(SoundRightsTest, OutputWithoutInput_ItsMonitorIsNoMicrophone) {
 
 TEST_F(SoundRightsTest, DevicesThatComeAndGo_AreNoticed) {
     EXPECT_FALSE(rights.isGranted(PrivacyRight::Microphone));
-    int changes = 0;
+    bool told = false;  // what a receiver of the signal has found last
     const QObject here; // the signal comes from the sound thread
-    QObject::connect(&session.devices, &PulseDevices::changed, &here, [&changes] { ++changes; });
+    QObject::connect(&session.devices, &PulseDevices::changed, &here,
+                     [&] { told = rights.isGranted(PrivacyRight::Microphone); });
     const QByteArray microphone = server.loadHummingMicrophone(QStringLiteral("mic"), 500);
-    EXPECT_TRUE(session.comesTo(PrivacyRight::Microphone, true));
-    EXPECT_TRUE(waitUntil([&] { return changes == 2; })); // the microphone's feed came first, with a monitor
+    EXPECT_TRUE(waitUntil([&] { return told; }));
     server.unloadModule(microphone);
-    EXPECT_TRUE(session.comesTo(PrivacyRight::Microphone, false));
-    EXPECT_TRUE(waitUntil([&] { return changes == 3; }));
+    EXPECT_TRUE(waitUntil([&] { return !told; }));
     EXPECT_FALSE(session.answer(rights.request(PrivacyRight::Microphone)));
 }
 
