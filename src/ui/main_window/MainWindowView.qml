@@ -1,5 +1,6 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// What the main window holds: the sidebar and the chosen screen, and over them the settings.
 Item {
