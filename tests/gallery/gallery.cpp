@@ -14,6 +14,8 @@
 #include <QQuickWindow>
 #include <QTest>
 
+#include <cmath>
+
 namespace velmora::test {
 namespace {
 
@@ -73,7 +75,8 @@ QUrl source(const GalleryView& view) {
 }
 
 QSizeF wantedSize(const GalleryView& view, const QQuickItem& item) {
-    return view.size.isEmpty() ? QSizeF(item.implicitWidth(), item.implicitHeight()) : QSizeF(view.size);
+    return view.size.isEmpty() ? QSizeF(std::ceil(item.implicitWidth()), std::ceil(item.implicitHeight()))
+                               : QSizeF(view.size);
 }
 
 QImage draw(const GalleryView& view, bool dark, QQuickItem& item) {
@@ -112,6 +115,8 @@ QImage renderGalleryView(const GalleryView& view, const GalleryLook& look) {
         GalleryWorld world(look.dark, look.accent);
         const std::unique_ptr<QQmlEngine> engine = makeQmlEngine();
         QQmlComponent component(engine.get(), source(view));
+        if (!component.isReady())
+            throw PlainError(view.name + QLatin1String(": ") + component.errorString());
         const std::unique_ptr<QObject> object(component.createWithInitialProperties(view.prepare(world)));
         auto* item = qobject_cast<QQuickItem*>(object.get());
         if (!item)

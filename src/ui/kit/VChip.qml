@@ -12,13 +12,15 @@ VRoundedRect {
 
     readonly property VTheme theme: VTheme.scheme(dark)
     readonly property bool colored: ok !== undefined || tint !== undefined
-    readonly property color ink: tint !== undefined ? tint
+    readonly property color hue: tint !== undefined ? tint
                                  : ok === undefined ? theme.textMuted : ok ? theme.green : theme.red
+    // A hue alone is too pale for letters on a light ground.
+    readonly property color ink: dark || !colored ? hue : Qt.tint(hue, Qt.alpha(theme.text, 0.35))
 
     implicitWidth: row.implicitWidth + 16
     implicitHeight: 22
     radius: 11
-    color: colored ? Qt.alpha(ink, 0.14) : theme.hairline
+    color: colored ? Qt.alpha(hue, 0.14) : theme.hairline
 
     Accessible.role: Accessible.StaticText
     Accessible.name: label

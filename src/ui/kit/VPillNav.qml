@@ -51,7 +51,7 @@ Flow {
                     visible: pill.hasIcon
                     icon: pill.hasIcon ? pill.modelData.icon : 0
                     size: 14
-                    color: pill.hasTint ? pill.modelData.tint : pill.chosen ? nav.theme.accent : nav.theme.textMuted
+                    color: pill.hasTint ? pill.modelData.tint : pill.chosen ? nav.theme.text : nav.theme.textMuted
                 }
                 Text {
                     anchors.verticalCenter: parent.verticalCenter

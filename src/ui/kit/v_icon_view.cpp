@@ -1,14 +1,32 @@
 #include "ui/kit/v_icon_view.h"
 
+#include <QFile>
 #include <QPainter>
 #include <QSvgRenderer>
 
 namespace velmora {
 
+namespace {
+
+// The icon's drawing, its lines made thicker where they would be thinner than a pixel and look grey.
+QByteArray drawingFor(VIcon icon, int deviceSize) {
+    constexpr qreal grid = 24;
+    constexpr qreal stroke = 1.8;
+    constexpr qreal leastPixels = 1.15;
+    QFile file(QStringLiteral(":/qt/qml/Velmora/Kit/icons/%1.svg").arg(vIconName(icon)));
+    const bool isThere = file.open(QIODevice::ReadOnly);
+    Q_ASSERT(isThere);
+    QByteArray drawing = isThere ? file.readAll() : QByteArray();
+    const qreal wanted = std::max(stroke, leastPixels * grid / deviceSize);
+    return drawing.replace("stroke-width=\"1.8\"", "stroke-width=\"" + QByteArray::number(wanted) + '"');
+}
+
+} // namespace
+
 QImage renderIcon(VIcon icon, int deviceSize, const QColor& color) {
     QImage image(deviceSize, deviceSize, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
-    QSvgRenderer drawing(QStringLiteral(":/qt/qml/Velmora/Kit/icons/%1.svg").arg(vIconName(icon)));
+    QSvgRenderer drawing(drawingFor(icon, deviceSize));
     QPainter painter(&image);
     drawing.render(&painter);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);

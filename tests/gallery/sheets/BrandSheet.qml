@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Velmora.Kit
 
 Sheet {
@@ -33,7 +34,7 @@ Sheet {
     Specimen {
         caption: "VScrollBar"
 
-        VScrollBar { size: 0.3; position: 0.2; height: 80; policy: 2 }
-        VScrollBar { size: 0.3; position: 0.5; width: 120; orientation: Qt.Horizontal; policy: 2 }
+        VScrollBar { size: 0.3; position: 0.2; height: 80; policy: T.ScrollBar.AlwaysOn }
+        VScrollBar { size: 0.3; position: 0.5; width: 120; orientation: Qt.Horizontal; policy: T.ScrollBar.AlwaysOn }
     }
 }

@@ -20,7 +20,7 @@ Item {
         VH1 { text: "Настройки" }
         VCard {
             width: parent.width
-            padding: 16
+            verticalPadding: 6
 
             VRow {
                 title: "Запускать при входе"

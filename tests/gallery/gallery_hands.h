@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QQuickItem>
+
+namespace velmora::test {
+
+/// The item with that objectName; throws PlainError when there is none.
+[[nodiscard]] QQuickItem& part(QQuickItem& view, const char* name);
+
+/// What a person does with the pointer, for a picture's `arrange`.
+void hover(QQuickItem& item);
+void click(QQuickItem& item);
+
+} // namespace velmora::test
