@@ -186,7 +186,7 @@ std::vector<GalleryView> mainWindowViews() {
                    press(item, Qt::Key_Down);
                    press(item, Qt::Key_C, Qt::ControlModifier);
                }),
-        window("history-search", usual, history, find("дата")),
+        window("history-search", usual, history, find("ДАТ")),
         window("history-search-small", small, history, find("встреч")),
         window("history-hidden", usual, history, find("квартальный отчёт")),
         window("history-hidden-small", small, history, find("квартальный отчёт")),

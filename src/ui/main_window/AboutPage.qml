@@ -1,5 +1,6 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// What the program is.
 Column {

@@ -1,5 +1,6 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// What stands where there is nothing to list; `hiddenLabel` says what filter and search keep back.
 Item {

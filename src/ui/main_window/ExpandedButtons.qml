@@ -1,5 +1,6 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// What can be done with the open dictation, in words as long as there is room for.
 Item {

@@ -1,5 +1,6 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// One dictation with all its text.
 FocusScope {

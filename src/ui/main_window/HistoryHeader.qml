@@ -1,5 +1,6 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// The history's title, and what narrows it.
 Item {
@@ -8,7 +9,7 @@ Item {
     required property HistoryModel model
     property bool dark: VTheme.dark
     /// The user goes on from the search to what was found.
-    signal left()
+    signal goOn()
 
     readonly property VTheme theme: VTheme.scheme(dark)
 
@@ -41,15 +42,16 @@ Item {
         anchors.rightMargin: 10
         anchors.verticalCenter: ages.verticalCenter
         width: Math.min(220, root.width - titles.width - ages.width - 26)
+        opacity: 1 // also under the settings
         icon: VIcon.search
         placeholder: "Поиск"
         label: "Поиск по истории"
         dark: root.dark
         text: root.model.search
         onTextEdited: root.model.search = text
-        Keys.onDownPressed: root.left()
-        Keys.onReturnPressed: root.left()
-        Keys.onEnterPressed: root.left()
+        Keys.onDownPressed: root.goOn()
+        Keys.onReturnPressed: root.goOn()
+        Keys.onEnterPressed: root.goOn()
 
         Binding on text {
             value: root.model.search
@@ -60,6 +62,7 @@ Item {
 
         anchors.right: parent.right
         anchors.bottom: titles.bottom
+        opacity: 1
         options: root.model.filterOptions
         selected: root.model.filter
         label: "За какое время"

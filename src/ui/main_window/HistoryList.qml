@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// The rows of the history by day.
 ListView {
@@ -31,21 +32,20 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: "История диктовок"
 
-    function takeFocus() {
+    function takeFocus(byKey) {
+        byKeyboard = byKey;
+        forceActiveFocus();
         if (currentItem)
-            currentItem.forceActiveFocus(byKeyboard ? Qt.TabFocusReason : Qt.OtherFocusReason);
-        else
-            forceActiveFocus();
+            (currentItem as HistoryListItem).showFocus(byKey);
     }
     function step(by) {
-        byKeyboard = true;
         currentIndex = Math.max(0, Math.min(count - 1, currentIndex + by));
         // The first row's day is to be seen with it.
         if (currentIndex === 0)
             positionViewAtBeginning();
         else
             positionViewAtIndex(currentIndex, ListView.Contain);
-        takeFocus();
+        takeFocus(true);
     }
     function open(index, byKey) {
         byKeyboard = byKey;
@@ -65,7 +65,7 @@ ListView {
         };
         if (event.matches(StandardKey.Copy)) {
             if (dataModel.copyRow(currentIndex))
-                currentItem.showCopied();
+                (currentItem as HistoryListItem).showCopied();
             event.accepted = true;
         } else if (event.key in steps) {
             step(steps[event.key]);

@@ -1,5 +1,6 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// A row of the list, and over the first of a day the day.
 FocusScope {
@@ -24,6 +25,10 @@ FocusScope {
 
     ListView.onPooled: row.copied = false
 
+    /// The row has the focus already, whatever for: a ring is for those who go by key.
+    function showFocus(byKey) {
+        row.focusReason = byKey ? Qt.TabFocusReason : Qt.OtherFocusReason;
+    }
     function showCopied() {
         row.copied = true;
         copiedTimer.restart();

@@ -1,5 +1,6 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// One dictation: when, into which application, what, how long.
 VPlainButton {
@@ -16,6 +17,7 @@ VPlainButton {
 
     activeFocusOnTab: false
     radius: 10
+    opacity: 1 // also under the settings
 
     Accessible.role: Accessible.ListItem
 

@@ -1,5 +1,6 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// The dictations: a list by day, narrowed by age and by a search, and in its place the one that is open.
 FocusScope {
@@ -32,7 +33,7 @@ FocusScope {
         visible: !root.embedded
         model: history
         dark: root.dark
-        onLeft: root.showList()
+        onGoOn: root.showList(true)
     }
 
     Item {
@@ -70,7 +71,7 @@ FocusScope {
             onLoaded: item.forceActiveFocus(Qt.OtherFocusReason)
             onActiveChanged: {
                 if (!active)
-                    root.showList();
+                    root.showList(list.byKeyboard);
             }
             sourceComponent: ExpandedHistoryItem {
                 item: history.expanded
@@ -84,9 +85,9 @@ FocusScope {
     }
 
     /// The keyboard goes to the list, at the row where it was.
-    function showList() {
+    function showList(byKey) {
         if (list.visible)
-            list.takeFocus();
+            list.takeFocus(byKey);
     }
 
     Shortcut {

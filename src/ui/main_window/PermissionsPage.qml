@@ -1,5 +1,6 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// The rights that dictation needs, and the way to those that are missing.
 Column {

@@ -1,5 +1,6 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// The way to the screens, and what is to be known at all times.
 Item {
@@ -43,7 +44,7 @@ Item {
             label: "История"
             dark: root.dark
             selected: root.nav.screen === AppNavigator.History
-            onClicked: root.nav.openHistory()
+            onAction: root.nav.openHistory()
         }
         SidebarNavItem {
             width: parent.width
@@ -51,7 +52,7 @@ Item {
             label: "Созвоны"
             dark: root.dark
             selected: root.nav.screen === AppNavigator.Meetings
-            onClicked: root.nav.openMeetings()
+            onAction: root.nav.openMeetings()
         }
     }
 
@@ -94,14 +95,14 @@ Item {
             label: root.model.permissionLabel
             dark: root.dark
             tint: root.model.allGranted ? root.theme.green : root.theme.amber
-            onClicked: root.nav.openSettings("permissions")
+            onAction: root.nav.openSettings("permissions")
         }
         SidebarBottomRow {
             width: parent.width
             icon: VIcon.gear
             label: "Настройки"
             dark: root.dark
-            onClicked: root.nav.openSettings()
+            onAction: root.nav.openSettings()
         }
     }
 }

@@ -1,36 +1,39 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// A row at the sidebar's foot; `tint` colours its icon.
-VPlainButton {
+FocusScope {
     id: root
 
     required property int icon
     required property string label
+    property bool dark: VTheme.dark
     property color tint: theme.textMuted
+    signal action()
 
     readonly property VTheme theme: VTheme.scheme(dark)
 
     implicitHeight: 34
-    radius: 9
-    text: label
 
-    contentItem: Item {
-        VIconView {
-            x: 12
-            anchors.verticalCenter: parent.verticalCenter
+    VPlainButton {
+        id: button
+
+        anchors.fill: parent
+        focus: true
+        dark: root.dark
+        radius: 9
+        opacity: 1 // also under the settings
+        text: root.label
+        onClicked: root.action()
+
+        contentItem: SidebarRowFace {
             icon: root.icon
-            size: 15
-            color: root.tint
-        }
-        Text {
-            x: 40
-            width: parent.width - 52
-            anchors.verticalCenter: parent.verticalCenter
-            text: root.label
-            color: root.hovered ? root.theme.text : root.theme.textMuted
+            iconSize: 15
+            tint: root.tint
+            label: root.label
+            color: button.hovered ? root.theme.text : root.theme.textMuted
             font: VFont.display(12.5)
-            elide: Text.ElideRight
         }
     }
 }

@@ -1,46 +1,48 @@
 import QtQuick
 import Velmora.Kit
+import Velmora.MainWindow
 
 /// A screen in the sidebar.
-VPlainButton {
+FocusScope {
     id: root
 
     required property int icon
     required property string label
     property bool selected: false
+    property bool dark: VTheme.dark
+    signal action()
 
     readonly property VTheme theme: VTheme.scheme(dark)
 
     implicitHeight: 36
-    radius: 9
-    text: label
 
-    Accessible.role: Accessible.PageTab
-    Accessible.selected: selected
-    Accessible.onPressAction: click()
+    VPlainButton {
+        id: button
 
-    contentItem: Item {
-        VIconView {
-            x: 12
-            anchors.verticalCenter: parent.verticalCenter
+        anchors.fill: parent
+        focus: true
+        dark: root.dark
+        radius: 9
+        opacity: 1 // also under the settings
+        text: root.label
+        onClicked: root.action()
+
+        Accessible.role: Accessible.PageTab
+        Accessible.selected: root.selected
+
+        contentItem: SidebarRowFace {
             icon: root.icon
-            size: 16
-            color: root.selected ? root.theme.accent : root.theme.textMuted
-        }
-        Text {
-            x: 40
-            width: parent.width - 52
-            anchors.verticalCenter: parent.verticalCenter
-            text: root.label
-            color: root.selected || root.hovered ? root.theme.text : root.theme.textMuted
+            iconSize: 16
+            tint: root.selected ? root.theme.accent : root.theme.textMuted
+            label: root.label
+            color: root.selected || button.hovered ? root.theme.text : root.theme.textMuted
             font: VFont.display(13, root.selected ? VFont.Semibold : VFont.Medium)
-            elide: Text.ElideRight
         }
-    }
-    background: VRoundedRect {
-        radius: root.radius
-        color: root.selected ? root.theme.accentSoft
-                             : root.down ? root.theme.hairlineStrong
-                                         : root.hovered ? root.theme.hairline : "transparent"
+        background: VRoundedRect {
+            radius: button.radius
+            color: root.selected ? root.theme.accentSoft
+                                 : button.down ? root.theme.hairlineStrong
+                                               : button.hovered ? root.theme.hairline : "transparent"
+        }
     }
 }

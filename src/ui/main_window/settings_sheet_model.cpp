@@ -55,7 +55,8 @@ SettingsSheetModel::Page SettingsSheetModel::page() const {
 }
 
 QString SettingsSheetModel::site() const {
-    return m_site.toDisplayString(QUrl::RemoveScheme | QUrl::StripTrailingSlash).remove(QStringLiteral("//"));
+    const QString path = m_site.path();
+    return m_site.host() + (path == QLatin1String("/") ? QString() : path);
 }
 
 void SettingsSheetModel::openSite() {
