@@ -25,7 +25,13 @@ constexpr std::array figures{
     Figure{"upload", measureUpload},
     Figure{"events", measureEventReader},
     Figure{"memory", measureRecordingMemory},
+    Figure{"capsule", measurePressToCapsule},
+    Figure{"recording", measureRecordingCost},
+    Figure{"popup", measurePopup},
+    Figure{"window", measureMainWindow},
+    Figure{"search", measureSearch},
     Figure{"idle", measureIdle},
+    Figure{"after", measureAfterWindows},
 };
 
 int usage() {

@@ -13,8 +13,7 @@ public:
         ++hudsMade;
         return std::make_unique<Hud>(*this);
     }
-    [[nodiscard]] std::unique_ptr<AppWindow> makeMainWindow(PipelineCoordinator&,
-                                                            PermissionManager&) override {
+    [[nodiscard]] std::unique_ptr<AppWindow> makeMainWindow(PermissionManager&) override {
         ++mainWindowsMade;
         auto window = std::make_unique<Window>(*this);
         mainWindow = window.get();
