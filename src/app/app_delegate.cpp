@@ -6,10 +6,15 @@
 #include <QFile>
 #include <QPointer>
 
+using namespace std::chrono_literals;
+
 namespace velmora {
 namespace {
 
-constexpr auto hotkeyRetryInterval = std::chrono::seconds(3);
+constexpr auto hotkeyRetryInterval = 3s;
+constexpr auto testRecordingTime = 3s;
+constexpr auto closingTime = 450ms; // of windows, until nothing of them is left on the screen
+constexpr auto prewarmDelay = 1s;   // after the start, which has better things to do
 
 } // namespace
 
@@ -21,27 +26,43 @@ AppDelegate::AppDelegate(const Neighbours& neighbours, QObject* parent)
     , m_authStore(neighbours.authStore)
     , m_account(neighbours.account)
     , m_signIn(neighbours.signIn)
+    , m_navigator(neighbours.navigator)
+    , m_windows(neighbours.windows)
+    , m_statusItem(neighbours.statusItem)
+    , m_screens(neighbours.screens)
+    , m_compositing(neighbours.compositing)
+    , m_engine(neighbours.engine)
     , m_applicationSupportFolder(neighbours.applicationSupportFolder)
+    , m_terminate(neighbours.terminate)
     , m_pipeline(neighbours.pipeline)
+    , m_permissions(neighbours.rights)
     , m_hotkey(m_loop, m_defaults, neighbours.taps)
     , m_gate(m_loop, m_settings) {}
 
 void AppDelegate::applicationDidFinishLaunching() {
     runLegacyV1Migration();
     m_pipeline.recorder().removeLeftovers();
+    m_permissions.refresh();
     prewarmMicrophone();
+    createMenuBar();
     connectGate();
     connectHotkey();
     m_hotkey.start(); // a session that doesn't allow it yet is tried again by the timer
     watchPipeline();
+    watchInputMonitoring();
     startHotkeyRetryTimer();
+    prewarmWindows();
     reloadAccount();
 }
 
 void AppDelegate::handleCommand(const InstanceCommand& command) {
     struct Route {
         AppDelegate& app;
-        void operator()(const instance_command::Activate&) const { app.handleAppBecameActive(); }
+        // Whoever starts the program again looks for it: there may be no tray to find it in.
+        void operator()(const instance_command::Activate&) const {
+            app.handleAppBecameActive();
+            app.openMain({});
+        }
         void operator()(const instance_command::OpenURL& open) const { app.handleGetURLEvent(open.url); }
         void operator()(const instance_command::Press&) const { app.m_gate.press(); }
         void operator()(const instance_command::Release&) const { app.m_gate.release(); }
@@ -65,7 +86,29 @@ void AppDelegate::runLegacyV1Migration() {
 }
 
 void AppDelegate::prewarmMicrophone() {
-    m_pipeline.recorder().prewarm();
+    if (m_permissions.micGranted())
+        m_pipeline.recorder().prewarm();
+}
+
+void AppDelegate::createMenuBar() {
+    m_menuBar = std::make_unique<MenuBarController>(MenuBarController::Neighbours{
+        .coord = m_pipeline,
+        .hotkey = m_hotkey,
+        .perms = m_permissions,
+        .settings = m_settings,
+        .statusItem = m_statusItem,
+        .screens = m_screens,
+        .compositing = m_compositing,
+        .engine = m_engine,
+        .loop = m_loop,
+    });
+    m_menuBar->onShowSettings = [this] { openMain(QStringLiteral("general")); };
+    m_menuBar->onShowHistory = [this] { openMain({}, true); };
+    m_menuBar->onShowMeetings = [this] { openMain({}, false, true); };
+    m_menuBar->onShowAbout = [this] { openMain(QStringLiteral("about")); };
+    m_menuBar->onShowPermissions = [this] { openMain(QStringLiteral("permissions")); };
+    m_menuBar->onTestRecord = [this] { startTestRecording(); };
+    m_menuBar->onQuit = m_terminate;
 }
 
 void AppDelegate::connectGate() {
@@ -87,12 +130,81 @@ void AppDelegate::connectHotkey() {
     m_hotkey.onRelease = later(&HotkeyGestureGate::release);
 }
 
-// Until something on the screen shows them, failures are for whoever reads the log.
 void AppDelegate::watchPipeline() {
-    connect(&m_pipeline, &PipelineCoordinator::stateChanged, this, [](const PipelineState& state) {
+    connect(&m_pipeline, &PipelineCoordinator::stateChanged, this, [this](const PipelineState& state) {
         if (const auto* error = std::get_if<pipeline_state::Error>(&state))
             log(QStringLiteral("[Velmora] dictation: ") + error->message);
+        m_loop.post([self = QPointer(this), state] {
+            if (self)
+                self->showHud(state);
+        });
     });
+}
+
+// At every change, so that a new place or screen counts at once. Each dictation has a capsule of its own.
+void AppDelegate::showHud(const PipelineState& state) {
+    if (!m_settings.showHUD() || std::holds_alternative<pipeline_state::Idle>(state)) {
+        m_hud.reset();
+        return;
+    }
+    if (!m_hud)
+        m_hud = m_windows.makeHud(m_pipeline);
+    m_hud->reposition();
+    m_hud->orderFrontRegardless();
+}
+
+void AppDelegate::watchInputMonitoring() {
+    connect(&m_permissions, &PermissionManager::inputMonitoringGrantedChanged, this, [this] {
+        if (!m_permissions.inputMonitoringGranted())
+            return;
+        m_loop.post([self = QPointer(this)] {
+            if (self)
+                self->m_hotkey.start();
+        });
+    });
+}
+
+void AppDelegate::prewarmWindows() {
+    m_prewarmTimer = m_loop.after(prewarmDelay, [this] {
+        m_windows.prewarm();
+        m_menuBar->prewarm();
+    });
+}
+
+void AppDelegate::openMain(const std::optional<QString>& tab, bool toHistory, bool toMeetings) {
+    if (toMeetings)
+        m_navigator.openMeetings();
+    else if (toHistory)
+        m_navigator.openHistory();
+    else if (tab)
+        m_navigator.openSettings(*tab);
+    if (!m_mainWindow) {
+        m_mainWindow = m_windows.makeMainWindow(m_permissions);
+        m_mainWindow->windowWillClose = [this] { mainWindowWillClose(); };
+    }
+    m_mainWindow->makeKeyAndOrderFront();
+}
+
+// The window is still at work when it says so.
+void AppDelegate::mainWindowWillClose() {
+    m_loop.post([self = QPointer(this)] {
+        if (self)
+            self->m_mainWindow.reset();
+    });
+}
+
+void AppDelegate::startTestRecording() {
+    m_pipeline.startRecording();
+    m_loop.delay(testRecordingTime, [self = QPointer(this)] {
+        if (self)
+            self->m_pipeline.stopAndProcess();
+    });
+}
+
+void AppDelegate::dismissModalUIThen(std::function<void()> callback) {
+    m_navigator.closeSettings();
+    m_mainWindow.reset();
+    m_loop.delay(closingTime, std::move(callback));
 }
 
 void AppDelegate::startHotkeyRetryTimer() {
@@ -124,6 +236,7 @@ void AppDelegate::handleAuthURL(const AuthCallback& callback) {
 }
 
 void AppDelegate::handleAppBecameActive() {
+    m_permissions.refresh();
     m_hotkey.ensureEnabled();
     prewarmMicrophone();
     reloadAccount();

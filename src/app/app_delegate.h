@@ -1,11 +1,15 @@
 #pragma once
 
+#include "app/app_windows.h"
 #include "backend/auth_callback.h"
 #include "backend/auth_store.h"
 #include "core/hotkey_gesture_gate.h"
 #include "core/hotkey_monitor.h"
+#include "core/permission_manager.h"
 #include "core/pipeline_coordinator.h"
 #include "platform/instance_link.h"
+#include "ui/main_window/app_navigator.h"
+#include "ui/menu_bar/menu_bar_controller.h"
 
 #include <QObject>
 
@@ -13,8 +17,9 @@ namespace velmora {
 
 class SignIn;
 
-/// Creates the long-lived objects, connects them with callbacks, and receives what other processes send:
-/// callback URLs and commands. It has no logic of its own beyond that; what it must get right is order.
+/// Creates the long-lived objects, connects them with callbacks, receives what other processes send (callback
+/// URLs and commands), and decides which windows there are. It has no logic of its own beyond that; what it
+/// must get right is order.
 class AppDelegate : public QObject {
     Q_OBJECT
 
@@ -28,7 +33,15 @@ public:
         AccountSession& account;
         SignIn& signIn;
         PipelineCoordinator::Neighbours pipeline;
+        PrivacyRights& rights;
+        AppNavigator& navigator;
+        AppWindows& windows;
+        StatusItem& statusItem;
+        Screens& screens;
+        Compositing& compositing;
+        UiEngine& engine;
         QString applicationSupportFolder;
+        std::function<void()> terminate;
     };
 
     explicit AppDelegate(const Neighbours& neighbours, QObject* parent = nullptr);
@@ -38,20 +51,35 @@ public:
     /// What a second start of the program, a browser or a key binding asks for.
     void handleCommand(const InstanceCommand& command);
 
+    /// Shows the main window. Meetings win over the history, and that over a settings tab; with none of them
+    /// it shows what it showed last.
+    void openMain(const std::optional<QString>& tab, bool toHistory = false, bool toMeetings = false);
+    /// Dictates for three seconds.
+    void startTestRecording();
+    /// Closes the settings and the main window and runs the callback a moment later, so that nothing of them
+    /// is in the way of a relaunch.
+    void dismissModalUIThen(std::function<void()> callback);
+    /// The user has come to one of the windows, perhaps from the desktop's settings.
+    void handleAppBecameActive();
+
     [[nodiscard]] const PipelineCoordinator& pipeline() const { return m_pipeline; }
     [[nodiscard]] const HotkeyMonitor& hotkey() const { return m_hotkey; }
 
 private:
     void runLegacyV1Migration();
     void prewarmMicrophone();
+    void createMenuBar();
     void connectGate();
     void connectHotkey();
     void startHotkeyRetryTimer();
     void watchPipeline();
+    void showHud(const PipelineState& state);
+    void watchInputMonitoring();
+    void prewarmWindows();
 
     void handleGetURLEvent(const QString& url);
     void handleAuthURL(const AuthCallback& callback);
-    void handleAppBecameActive();
+    void mainWindowWillClose();
     void reloadAccount();
 
     MainLoop& m_loop;
@@ -60,12 +88,24 @@ private:
     AuthStore& m_authStore;
     AccountSession& m_account;
     SignIn& m_signIn;
+    AppNavigator& m_navigator;
+    AppWindows& m_windows;
+    StatusItem& m_statusItem;
+    Screens& m_screens;
+    Compositing& m_compositing;
+    UiEngine& m_engine;
     const QString m_applicationSupportFolder;
+    const std::function<void()> m_terminate;
 
     PipelineCoordinator m_pipeline;
+    PermissionManager m_permissions;
     HotkeyMonitor m_hotkey;
     HotkeyGestureGate m_gate;
+    std::unique_ptr<MenuBarController> m_menuBar;
+    std::unique_ptr<HudPanel> m_hud;         // only while it is visible
+    std::unique_ptr<AppWindow> m_mainWindow; // only while it is open
     Timer m_hotkeyRetryTimer;
+    Timer m_prewarmTimer;
     TaskScope m_tasks;
 };
 

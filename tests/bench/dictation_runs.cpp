@@ -1,6 +1,7 @@
 #include "dictation_runs.h"
 
 #include "dictating_application.h"
+#include "pass.h"
 #include "read_watch.h"
 #include "result.h"
 #include "scripted_server.h"
@@ -43,11 +44,6 @@ Script makeScript(int run) {
     script.steps.push_back({pause, "event: done\ndata: {\"text\":\"" + text + "\",\"wordCount\":6}\n\n"});
     script.text = QString::fromLatin1(text);
     return script;
-}
-
-void pass(std::chrono::milliseconds time) {
-    const auto end = Clock::now() + time;
-    test::waitUntil([end] { return Clock::now() >= end; }, time + 10s);
 }
 
 /// A user with an editor in front.

@@ -18,6 +18,12 @@ std::vector<Result> measureEventReader(DictationRuns& runs);
 std::vector<Result> measureStart(DictationRuns& runs);
 std::vector<Result> measureIdle(DictationRuns& runs);
 std::vector<Result> measureRecordingMemory(DictationRuns& runs);
+std::vector<Result> measurePressToCapsule(DictationRuns& runs);
+std::vector<Result> measureRecordingCost(DictationRuns& runs);
+std::vector<Result> measurePopup(DictationRuns& runs);
+std::vector<Result> measureMainWindow(DictationRuns& runs);
+std::vector<Result> measureSearch(DictationRuns& runs);
+std::vector<Result> measureAfterWindows(DictationRuns& runs);
 
 /// What this program does when it is started to be measured itself; the exit status.
 int recordTenMinutes();

@@ -1,35 +1,31 @@
 #include "figures.h"
+#include "pass.h"
 #include "process_figures.h"
-#include "support/desktop/wait_until.h"
-
-#include <QProcess>
+#include "running_program.h"
+#include "window_user.h"
 
 using namespace std::chrono_literals;
 
 namespace velmora::bench {
 namespace {
 
-constexpr auto settling = 3s; // what the start leaves to be done
+constexpr auto settling = 3s; // what has been done leaves something to be done
 constexpr auto watched = 60s;
+constexpr int historyItems = 200;
+constexpr int rounds = 20;
+constexpr double residentAtMost = 110;
+constexpr double growthAtMost = 10;
 
-/// A program that has nothing to do, with what it used up meanwhile.
-class Idler {
+const QString bareProgram = QStringLiteral("bare Qt program");
+
+/// What a program used up while nothing was asked of it.
+class Idling {
 public:
-    explicit Idler(const QString& program) {
-        m_process.setProcessChannelMode(QProcess::MergedChannels);
-        m_process.start(program, QStringList());
-        if (!m_process.waitForStarted())
-            throw NotMeasured(program + QStringLiteral(" did not start"));
-    }
-    ~Idler() {
-        m_process.terminate();
-        m_process.waitForFinished();
-    }
-    Idler(const Idler&) = delete;
-    Idler& operator=(const Idler&) = delete;
+    Idling(qint64 pid)
+        : m_pid(pid) {}
 
-    void begin() { m_begin = ProcessFigures::of(m_process.processId()); }
-    void end() { m_end = ProcessFigures::of(m_process.processId()); }
+    void begin() { m_begin = ProcessFigures::of(m_pid); }
+    void end() { m_end = ProcessFigures::of(m_pid); }
 
     /// Per cent of one core.
     [[nodiscard]] Samples cpu() const {
@@ -44,37 +40,61 @@ public:
     [[nodiscard]] Samples proportional() const { return Samples({m_end.proportionalMegabytes}); }
 
 private:
-    QProcess m_process;
+    qint64 m_pid;
     ProcessFigures m_begin;
     ProcessFigures m_end;
 };
 
-void pass(std::chrono::milliseconds time) {
-    const auto end = Clock::now() + time;
-    test::waitUntil([end] { return Clock::now() >= end; }, time + 10s);
-}
-
-} // namespace
-
-std::vector<Result> measureIdle(DictationRuns&) {
-    Idler velmora(QStringLiteral(VELMORA_PROGRAM));
-    Idler bare(QStringLiteral(BARE_QT_PROGRAM));
+/// Lets both the program and a bare one idle.
+std::vector<Result> watchIdling(const QString& name, qint64 pid) {
+    const test::Program bareQt(QStringLiteral(BARE_QT_PROGRAM), QStringList());
+    Idling velmora(pid);
+    Idling bare(bareQt.pid());
     pass(settling);
     velmora.begin();
     bare.begin();
     pass(watched);
     velmora.end();
     bare.end();
-    const QString baseline = QStringLiteral("bare Qt program");
-    const auto result = [&](const char* what, const char* unit, Samples (Idler::*figure)() const,
+    const auto result = [&](const char* what, const char* unit, Samples (Idling::*figure)() const,
                             Target target) {
-        return Result{QLatin1String(what), QLatin1String(unit), (velmora.*figure)(), baseline,
-                      (bare.*figure)(),    std::move(target)};
+        return Result{name + QLatin1String(what), QLatin1String(unit), (velmora.*figure)(), bareProgram,
+                      (bare.*figure)(),           std::move(target)};
     };
-    return {result("idle for 60 s, processor", "% core", &Idler::cpu, target::MedianAtMost{0.1}),
-            result("idle for 60 s, wakeups", "1/s", &Idler::wakeups, {}),
-            result("idle, resident memory", "MB", &Idler::resident, target::MedianAtMost{60}),
-            result("idle, without what others share", "MB", &Idler::proportional, {})};
+    return {result(" for 60 s, processor", "% core", &Idling::cpu, target::MedianAtMost{0.1}),
+            result(" for 60 s, wakeups", "1/s", &Idling::wakeups, {}),
+            result(", resident memory", "MB", &Idling::resident, target::MedianAtMost{residentAtMost}),
+            result(", without what others share", "MB", &Idling::proportional, {})};
+}
+
+} // namespace
+
+std::vector<Result> measureIdle(DictationRuns&) {
+    const RunningProgram program;
+    return watchIdling(QStringLiteral("idle"), program.pid());
+}
+
+std::vector<Result> measureAfterWindows(DictationRuns&) {
+    const RunningProgram program(historyItems);
+    Samples first;
+    Samples last;
+    {
+        WindowUser user;
+        for (int round = 0; round < rounds; ++round) {
+            user.closePopup(user.openPopup());
+            user.closeMainWindow(user.openHistory());
+            if (round == 0) {
+                pass(settling);
+                first.add(ProcessFigures::of(program.pid()).residentMegabytes);
+            }
+        }
+        pass(settling);
+        last.add(ProcessFigures::of(program.pid()).residentMegabytes - first.median());
+    }
+    std::vector<Result> results = watchIdling(QStringLiteral("idle after windows"), program.pid());
+    results.push_back({QStringLiteral("growth from the 1st to the 20th opening"), QStringLiteral("MB"), last,
+                       QStringLiteral("memory after the first"), first, target::MedianAtMost{growthAtMost}});
+    return results;
 }
 
 } // namespace velmora::bench

@@ -1,8 +1,9 @@
 #include "dictation_runs.h"
 #include "figures.h"
 #include "table.h"
+#include "ui/qml_engine.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
 #include <cstdio>
 
@@ -24,7 +25,13 @@ constexpr std::array figures{
     Figure{"upload", measureUpload},
     Figure{"events", measureEventReader},
     Figure{"memory", measureRecordingMemory},
+    Figure{"capsule", measurePressToCapsule},
+    Figure{"recording", measureRecordingCost},
+    Figure{"popup", measurePopup},
+    Figure{"window", measureMainWindow},
+    Figure{"search", measureSearch},
     Figure{"idle", measureIdle},
+    Figure{"after", measureAfterWindows},
 };
 
 int usage() {
@@ -60,7 +67,9 @@ bool measure(const QStringList& names) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
+    velmora::chooseRendering();
+    const QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
     QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
     const QStringList names = QCoreApplication::arguments().mid(1);
     if (names == QStringList(QStringLiteral("--record")))

@@ -1,9 +1,11 @@
 #include "app/command_line.h"
-#include "application.h"
+#include "app/assembly/application.h"
+#include "choose_platform.h"
 #include "platform/linux/make_instance_link.h"
 #include "quit_on_signals.h"
+#include "ui/qml_engine.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
 #include <algorithm>
 #include <cstdio>
@@ -68,12 +70,26 @@ struct Start {
 } // namespace
 
 int main(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+        // A callback URL holds tokens, and every user of the machine can read the arguments of a process.
+        std::fill_n(argv[i], std::strlen(argv[i]), '\0');
+    }
+    argc = 1; // Qt's own options stay its environment variables
     QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELMORA_VERSION));
-    const Launch launch = parseCommandLine(QCoreApplication::arguments().mid(1));
-    // A callback URL holds tokens, and every user of the machine can read the arguments of a process.
-    for (int i = 1; i < argc; ++i)
-        std::fill_n(argv[i], std::strlen(argv[i]), '\0');
+
+    const Launch launch = parseCommandLine(arguments);
+    std::unique_ptr<QCoreApplication> application;
+    if (std::holds_alternative<launch::Run>(launch)) {
+        choosePlatform();
+        chooseRendering();
+        QGuiApplication::setDesktopFileName(QStringLiteral("app.velmora.Velmora"));
+        QGuiApplication::setQuitOnLastWindowClosed(false);
+        application = std::make_unique<QApplication>(argc, argv);
+    } else {
+        application = std::make_unique<QCoreApplication>(argc, argv);
+    }
     return std::visit(Start{}, launch);
 }

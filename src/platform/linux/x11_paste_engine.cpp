@@ -72,9 +72,9 @@ X11PasteEngine::~X11PasteEngine() {
     handOver();
 }
 
-bool X11PasteEngine::isUsable() const {
-    return m_connection.isOpen() && m_connection.hasExtension(&xcb_test_id) &&
-           m_connection.hasExtension(&xcb_xfixes_id);
+bool X11PasteEngine::canWorkWith(const X11Connection& connection) {
+    return connection.isOpen() && connection.hasExtension(&xcb_test_id) &&
+           connection.hasExtension(&xcb_xfixes_id);
 }
 
 void X11PasteEngine::dispatch() {

@@ -30,7 +30,9 @@ public:
     /// Hands the text over to the desktop's clipboard manager, if there is one.
     ~X11PasteEngine();
 
-    [[nodiscard]] bool isUsable() const;
+    /// Whether the server has what is needed.
+    [[nodiscard]] static bool canWorkWith(const X11Connection& connection);
+    [[nodiscard]] bool isUsable() const { return canWorkWith(m_connection); }
     [[nodiscard]] int fileDescriptor() const { return m_connection.fileDescriptor(); }
     /// Works off what has arrived from the server. To be called when the descriptor is readable.
     void dispatch();

@@ -1,6 +1,6 @@
 #include "platform/linux/x11_workspace.h"
 
-#include "platform/linux/x11_connection.h"
+#include "platform/linux/x11_active_window.h"
 #include "platform/linux/x11_window_class.h"
 
 #include <QFileInfo>
@@ -17,21 +17,12 @@ std::optional<RunningApplication> X11Workspace::frontmostApplication() {
     X11Connection& x = *m_connection;
     if (!x.isOpen())
         return std::nullopt;
-    const auto found = findWindowClass(x, frontmostWindow());
+    const auto found = findWindowClass(x, x11ActiveWindow(x));
     if (!found)
         return std::nullopt;
     if (const auto entry = entryOf(found->window, found->name, found->instance))
         return RunningApplication{entry->name, entry->id};
     return RunningApplication{found->name.isEmpty() ? found->instance : found->name, std::nullopt};
-}
-
-quint32 X11Workspace::frontmostWindow() {
-    X11Connection& x = *m_connection;
-    if (x.property32(x.root(), x.atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW) != XCB_WINDOW_NONE)
-        return x.property32(x.root(), x.atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW);
-    const XcbReply<xcb_get_input_focus_reply_t> focus(
-        xcb_get_input_focus_reply(x.get(), xcb_get_input_focus(x.get()), nullptr));
-    return focus ? focus->focus : quint32{XCB_WINDOW_NONE};
 }
 
 std::optional<DesktopEntry> X11Workspace::entryOf(quint32 window, const QString& className,

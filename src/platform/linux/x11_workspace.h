@@ -19,7 +19,6 @@ public:
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override;
 
 private:
-    [[nodiscard]] quint32 frontmostWindow();
     [[nodiscard]] std::optional<DesktopEntry> entryOf(quint32 window, const QString& className,
                                                       const QString& instance);
 

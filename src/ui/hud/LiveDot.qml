@@ -1,5 +1,5 @@
 import QtQuick
-import Velmora.Kit
+import Velmora.Hud
 
 /// The red light of a live microphone.
 Item {
@@ -10,25 +10,24 @@ Item {
     implicitWidth: size
     implicitHeight: size
 
-    VShadow {
-        target: disc
-        color: Qt.rgba(1, 82 / 255, 82 / 255, 0.6)
-        radius: 6
-        cornerRadius: dot.size / 2
-        scale: disc.scale
-    }
-    VRoundedRect {
-        id: disc
-
-        anchors.fill: parent
-        radius: dot.size / 2
+    GlowingDot {
+        anchors.centerIn: parent
+        width: implicitWidth
+        height: implicitHeight
+        diameter: dot.size
         color: "#FF5252"
-        scale: 0.85
 
-        SequentialAnimation on scale {
+        SequentialAnimation on pulse {
+            running: dot.visible
             loops: Animation.Infinite
-            NumberAnimation { from: 0.85; to: 1.15; duration: 800; easing.type: Easing.InOutSine }
-            NumberAnimation { from: 1.15; to: 0.85; duration: 800; easing.type: Easing.InOutSine }
+            Beat { from: 0.85; to: 1.15 }
+            Beat { from: 1.15; to: 0.85 }
         }
+    }
+
+    component Beat: NumberAnimation {
+        duration: 800
+        easing.type: Easing.BezierSpline
+        easing.bezierCurve: [0.42, 0, 0.58, 1, 1, 1]
     }
 }

@@ -1,11 +1,8 @@
 #include "ui/kit/v_shadow.h"
 
-#include "ui/kit/blur.h"
+#include "ui/kit/soft_shadow.h"
 
 #include <QPainter>
-#include <QPainterPath>
-
-#include <cmath>
 
 namespace velmora {
 
@@ -31,38 +28,22 @@ void VShadow::setTarget(QQuickItem* target) {
     Q_EMIT changed();
 }
 
-// Three sigma: beyond it there is nothing to see.
-qreal VShadow::reach() const {
-    return std::ceil(m_radius * 1.5);
-}
-
 void VShadow::layAroundTarget() {
     if (!m_target)
         return;
-    const qreal margin = reach();
+    const qreal margin = shadowReach(m_radius);
     setPosition(QPointF(m_target->x() - margin, m_target->y() - margin + m_offsetY));
     setSize(QSizeF(m_target->width() + 2 * margin, m_target->height() + 2 * margin));
 }
 
 void VShadow::paint(QPainter* painter) {
     const qreal scale = painter->device()->devicePixelRatio() * painter->transform().m11();
-    const qreal margin = reach();
-    QImage alpha((size() * scale).toSize(), QImage::Format_Alpha8);
-    alpha.fill(0);
+    const qreal margin = shadowReach(m_radius);
     const QRectF shape = boundingRect().adjusted(margin, margin, -margin, -margin);
-    const qreal corner = std::min({m_cornerRadius, shape.width() / 2, shape.height() / 2});
-    {
-        QPainter mask(&alpha);
-        mask.setRenderHint(QPainter::Antialiasing);
-        mask.scale(scale, scale);
-        mask.setPen(Qt::NoPen);
-        mask.setBrush(Qt::black);
-        mask.drawRoundedRect(shape, corner, corner);
-    }
-    const QImage shadow = tinted(blurredAlpha(alpha, m_radius / 2 * scale), m_color);
-    painter->drawImage(boundingRect(), shadow);
+    painter->drawImage(boundingRect(), softShadow(shape.size(), m_cornerRadius, m_radius, m_color, scale));
     if (!m_hollow)
         return;
+    const qreal corner = std::min({m_cornerRadius, shape.width() / 2, shape.height() / 2});
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setCompositionMode(QPainter::CompositionMode_DestinationOut);
     painter->setPen(Qt::NoPen);

@@ -36,7 +36,6 @@ Q_SIGNALS:
 
 private:
     void layAroundTarget();
-    [[nodiscard]] qreal reach() const;
 
     QPointer<QQuickItem> m_target;
     QColor m_color = Qt::black;

@@ -2,14 +2,100 @@ import QtQuick
 import Velmora.Kit
 import Velmora.MainWindow
 
-/// What the main window holds: the sidebar and the chosen screen.
+/// What the main window holds: the sidebar and the chosen screen, and over them the settings.
 Item {
     id: view
 
-    required property AppNavigator nav
+    required property MainWindowModel model
+    readonly property AppNavigator nav: model.nav
 
     Rectangle {
         anchors.fill: parent
-        color: VTheme.windowBg
+        color: Qt.alpha(VTheme.windowBg, 1)
+    }
+
+    // Nothing that has a use of its own is under the pointer: the window moves with it.
+    DragHandler {
+        target: null
+        onActiveChanged: {
+            if (active && view.Window.window)
+                view.Window.window.startSystemMove();
+        }
+    }
+
+    FocusScope {
+        id: content
+
+        anchors.fill: parent
+        focus: true
+        enabled: !view.nav.showSettingsSheet
+
+        Sidebar {
+            id: sidebar
+
+            width: 232
+            height: parent.height
+            nav: view.nav
+            model: view.model.sidebar
+        }
+        VHairline {
+            id: rule
+
+            x: sidebar.width
+            height: parent.height
+            vertical: true
+        }
+        Loader {
+            anchors.fill: parent
+            anchors.leftMargin: sidebar.width + 1
+            focus: true
+            sourceComponent: view.nav.screen === AppNavigator.History ? history : meetings
+        }
+    }
+    Component {
+        id: history
+
+        HistoryView {
+            source: view.model.history
+            hotkeyLabel: view.model.hotkeyLabel
+            hotkeyNote: view.model.hotkeyNote
+            reachable: !view.nav.showSettingsSheet
+        }
+    }
+    Component {
+        id: meetings
+
+        MeetingsPlaceholder {}
+    }
+
+    Loader {
+        anchors.fill: parent
+        active: view.nav.showSettingsSheet
+        onLoaded: item.forceActiveFocus()
+        onActiveChanged: {
+            if (!active)
+                content.forceActiveFocus();
+        }
+        sourceComponent: SettingsSheet {
+            model: view.model.settingsSheet
+            onClosed: view.nav.closeSettings()
+        }
+    }
+
+    Shortcut {
+        sequence: "Ctrl+1"
+        onActivated: view.nav.openHistory()
+    }
+    Shortcut {
+        sequence: "Ctrl+2"
+        onActivated: view.nav.openMeetings()
+    }
+    Shortcut {
+        sequence: "Ctrl+,"
+        onActivated: view.nav.openSettings()
+    }
+    Shortcut {
+        sequences: [StandardKey.Close]
+        onActivated: view.Window.window.close()
     }
 }

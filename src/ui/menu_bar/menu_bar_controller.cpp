@@ -1,6 +1,6 @@
 #include "ui/menu_bar/menu_bar_controller.h"
 
-#include "ui/menu_bar/hotkey_label.h"
+#include "core/hotkey_label.h"
 #include "ui/menu_bar/menu_bar_popover_model.h"
 #include "ui/menu_bar/popup_placement.h"
 

@@ -1,5 +1,5 @@
 #include "input_devices.h"
-#include "own_server.h"
+#include "support/desktop/own_server.h"
 #include "platform/linux/x11_injection_guard.h"
 #include "platform/linux/x11_keyboards.h"
 #include "tapped_keyboard.h"

@@ -1,4 +1,5 @@
-#include "ui/menu_bar/hotkey_label.h"
+#include "core/app_settings.h"
+#include "core/hotkey_label.h"
 #include "ui/menu_bar/menu_bar_popover_model.h"
 
 #include <QTemporaryDir>

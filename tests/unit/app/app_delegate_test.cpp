@@ -1,11 +1,19 @@
 #include "app/app_delegate.h"
 #include "backend/sign_in.h"
 #include "foundation/log.h"
+#include "support/fake_app_windows.h"
 #include "support/fake_audio.h"
 #include "support/fake_backend.h"
+#include "support/fake_color_scheme.h"
+#include "support/fake_compositing.h"
 #include "support/fake_desktop.h"
 #include "support/fake_event_tap.h"
+#include "support/fake_privacy_rights.h"
+#include "support/fake_screens.h"
+#include "support/fake_status_item.h"
 #include "support/hand_loop.h"
+#include "ui/kit/v_theme.h"
+#include "ui/qml_engine.h"
 
 #include <QDir>
 #include <QFile>
@@ -52,6 +60,20 @@ protected:
     FakeWorkspace workspace;
     SignIn signIn{authStore, workspace, QStringLiteral("https://landing.test")};
     FakeEventTapFactory keyboard;
+    FakePrivacyRights rights = [] {
+        FakePrivacyRights all;
+        all.granted = {PrivacyRight::Microphone, PrivacyRight::InputMonitoring, PrivacyRight::Accessibility};
+        return all;
+    }();
+    AppNavigator navigator;
+    FakeAppWindows windows;
+    FakeStatusItem statusItem;
+    FakeScreens screens;
+    FakeCompositing compositing;
+    FakeColorScheme scheme;
+    VTheme theme{settings, scheme};
+    UiEngine engineOfViews{makeQmlEngine};
+    int terminations = 0;
     AppDelegate app{{
         .loop = loop,
         .defaults = defaults,
@@ -61,7 +83,15 @@ protected:
         .account = account,
         .signIn = signIn,
         .pipeline = {loop, recorder, settings, history, server, account, injector, sounds, workspace},
+        .rights = rights,
+        .navigator = navigator,
+        .windows = windows,
+        .statusItem = statusItem,
+        .screens = screens,
+        .compositing = compositing,
+        .engine = engineOfViews,
         .applicationSupportFolder = support,
+        .terminate = [this] { ++terminations; },
     }};
 };
 
@@ -75,6 +105,7 @@ TEST_F(AppDelegateTest, Launch_MicrophoneAllowed_PrewarmsItAndStartsTheHotkey) {
 }
 
 TEST_F(AppDelegateTest, Launch_MicrophoneNotAllowed_IsNoErrorAndTheFirstPressReportsIt) {
+    rights.granted.erase(PrivacyRight::Microphone);
     engine.authorizationStatus = MicrophoneAuthorization::Denied;
     app.applicationDidFinishLaunching();
     EXPECT_EQ(engine.prepares, 0);
@@ -248,4 +279,141 @@ TEST_F(AppDelegateTest, LegacyMigration_ClearsOnceWhatTheFormerVersionLeft) {
     app.applicationDidFinishLaunching();
     EXPECT_TRUE(QFile::exists(oldKey));
     EXPECT_TRUE(settings.hasOnboarded());
+}
+
+TEST_F(AppDelegateTest, Launch_ShowsTheIconAndNoWindow) {
+    app.applicationDidFinishLaunching();
+    loop.runPosted();
+    EXPECT_GT(statusItem.imagesSet, 0);
+    EXPECT_EQ(windows.hudsMade, 0);
+    EXPECT_EQ(windows.mainWindowsMade, 0);
+    EXPECT_FALSE(engineOfViews.isMade());
+}
+
+TEST_F(AppDelegateTest, Launch_ViewsAreMadeReadyOnlyOnceTheStartIsOver) {
+    app.applicationDidFinishLaunching();
+    loop.advance(999ms);
+    EXPECT_EQ(windows.prewarms, 0);
+    loop.advance(1ms);
+    EXPECT_EQ(windows.prewarms, 1);
+}
+
+TEST_F(AppDelegateTest, InputMonitoringGrantedLater_StartsTheHotkeyAtOnce) {
+    rights.granted.erase(PrivacyRight::InputMonitoring);
+    keyboard.activeAllowed = keyboard.listenOnlyAllowed = false;
+    app.applicationDidFinishLaunching();
+    EXPECT_FALSE(app.hotkey().isActive());
+    keyboard.activeAllowed = true;
+    rights.granted.insert(PrivacyRight::InputMonitoring);
+    statusItem.click(); // the popup looks at the rights
+    loop.runPosted();
+    EXPECT_TRUE(app.hotkey().isActive());
+}
+
+TEST_F(AppDelegateTest, Dictating_OneCapsuleIsPlacedAnewAtEveryStateAndGoesAtTheEnd) {
+    app.applicationDidFinishLaunching();
+    app.handleCommand(instance_command::Press{});
+    EXPECT_FALSE(windows.hudIsShown) << "the microphone comes first";
+    loop.runPosted();
+    EXPECT_TRUE(windows.hudIsShown);
+    EXPECT_EQ(windows.hudSteps, (QStringList{QStringLiteral("reposition"), QStringLiteral("front")}));
+    loop.advance(300ms);
+    EXPECT_EQ(windows.hudSteps.size(), 8);
+    EXPECT_EQ(windows.hudsMade, 1);
+    app.handleCommand(instance_command::Release{});
+    loop.advance(150ms);
+    server.done(QStringLiteral("text"));
+    server.finish();
+    loop.advance(1s);
+    EXPECT_FALSE(windows.hudIsShown);
+    app.handleCommand(instance_command::Press{});
+    loop.runPosted();
+    EXPECT_EQ(windows.hudsMade, 2) << "each dictation has its own";
+}
+
+TEST_F(AppDelegateTest, CapsuleSwitchedOffWhileDictating_GoesWithTheNextState) {
+    app.applicationDidFinishLaunching();
+    app.handleCommand(instance_command::Press{});
+    loop.runPosted();
+    settings.setShowHUD(false);
+    EXPECT_TRUE(windows.hudIsShown);
+    loop.advance(100ms);
+    EXPECT_FALSE(windows.hudIsShown);
+}
+
+TEST_F(AppDelegateTest, DictationFails_TheCapsuleShowsItForSixSeconds) {
+    app.applicationDidFinishLaunching();
+    engine.authorizationStatus = MicrophoneAuthorization::Denied;
+    app.handleCommand(instance_command::Press{});
+    loop.runPosted();
+    EXPECT_TRUE(windows.hudIsShown);
+    loop.advance(6s);
+    EXPECT_FALSE(windows.hudIsShown);
+}
+
+TEST_F(AppDelegateTest, OpenMain_MeetingsAndTabTogether_MeetingsWin) {
+    app.openMain(QStringLiteral("about"), true, true);
+    EXPECT_EQ(navigator.screen(), MainScreen::Meetings);
+    EXPECT_FALSE(navigator.showSettingsSheet());
+}
+
+TEST_F(AppDelegateTest, OpenMain_HistoryWinsOverATab) {
+    navigator.openMeetings();
+    app.openMain(QStringLiteral("about"), true);
+    EXPECT_EQ(navigator.screen(), MainScreen::History);
+    EXPECT_FALSE(navigator.showSettingsSheet());
+}
+
+TEST_F(AppDelegateTest, OpenMain_WithATab_ShowsTheSettingsThere) {
+    app.openMain(QStringLiteral("about"));
+    EXPECT_EQ(navigator.settingsTab(), QStringLiteral("about"));
+    EXPECT_TRUE(navigator.showSettingsSheet());
+}
+
+TEST_F(AppDelegateTest, OpenMainTwice_IsOneWindowBroughtToTheFront) {
+    app.openMain({}, true);
+    app.openMain({}, true);
+    EXPECT_EQ(windows.mainWindowsMade, 1);
+    EXPECT_EQ(windows.mainWindowFronts, 2);
+}
+
+TEST_F(AppDelegateTest, MainWindowClosed_IsDroppedAndMadeAnewNextTime) {
+    app.openMain({}, true);
+    windows.mainWindow->windowWillClose();
+    EXPECT_TRUE(windows.mainWindow) << "it is still at work when it says so";
+    loop.runPosted();
+    EXPECT_FALSE(windows.mainWindow);
+    app.openMain({}, true);
+    EXPECT_EQ(windows.mainWindowsMade, 2);
+}
+
+TEST_F(AppDelegateTest, SecondStart_OpensTheMainWindowWithWhatItShowedLast) {
+    app.applicationDidFinishLaunching();
+    navigator.openMeetings();
+    app.handleCommand(instance_command::Activate{});
+    EXPECT_TRUE(windows.mainWindow);
+    EXPECT_EQ(navigator.screen(), MainScreen::Meetings);
+}
+
+TEST_F(AppDelegateTest, TestRecording_IsADictationOfThreeSeconds) {
+    app.applicationDidFinishLaunching();
+    app.startTestRecording();
+    EXPECT_TRUE(isRecording());
+    loop.advance(2999ms);
+    EXPECT_TRUE(isRecording());
+    EXPECT_TRUE(server.requests.isEmpty());
+    loop.advance(151ms);
+    EXPECT_EQ(server.requests.size(), 1);
+}
+
+TEST_F(AppDelegateTest, DismissModalUIThen_ClosesSettingsAndWindowAndCallsBackAMomentLater) {
+    app.openMain(QStringLiteral("permissions"));
+    bool called = false;
+    app.dismissModalUIThen([&] { called = true; });
+    EXPECT_FALSE(navigator.showSettingsSheet());
+    EXPECT_FALSE(windows.mainWindow);
+    loop.advance(449ms);
+    EXPECT_FALSE(called);
+    loop.advance(1ms);
+    EXPECT_TRUE(called);
 }

@@ -1,0 +1,101 @@
+#include "app/assembly/application.h"
+
+#include "backend/backend_url.h"
+
+#include <QGuiApplication>
+#include <QStandardPaths>
+
+namespace velmora {
+namespace {
+
+// The user's own runtime folder where there is one: recordings are nobody else's business.
+QString recordingsFolder() {
+    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    return runtime.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::TempLocation) : runtime;
+}
+
+} // namespace
+
+Application::Application(const Setup& setup)
+    : m_info(setup.info)
+    , m_defaults(setup.defaultsPath)
+    , m_history(setup.supportFolder)
+    , m_authStore(setup.supportFolder, m_defaults)
+    , m_session(m_transport, m_authStore, m_loop, backendURL(m_info))
+    , m_engine(setup.makeEngine(m_pulse))
+    , m_recorder(m_loop, m_defaults, *m_engine, m_codec, recordingsFolder())
+    , m_player(m_pulse, resourcePath(QStringLiteral("sounds")))
+    , m_pasteQueue(X11PasteQueue::open(m_loop, {}))
+    , m_injector(m_loop, pasteboard(), keyPoster())
+    , m_signIn(m_authStore, m_workspace, landingURL(m_info))
+    , m_windows({
+          .engine = m_uiEngine,
+          .loop = m_loop,
+          .settings = m_settings,
+          .defaults = m_defaults,
+          .screens = m_screens,
+          .compositing = m_compositing,
+          .navigator = m_navigator,
+          .history = m_history,
+          .authStore = m_authStore,
+          .authSession = m_session,
+          .pasteboard = pasteboard(),
+          .workspace = m_workspace,
+          .info = m_info,
+          .settingsPath = setup.defaultsPath,
+      })
+    , m_delegate({
+          .loop = m_loop,
+          .defaults = m_defaults,
+          .settings = m_settings,
+          .taps = m_taps,
+          .authStore = m_authStore,
+          .account = m_session,
+          .signIn = m_signIn,
+          .pipeline = {.loop = m_loop,
+                       .recorder = m_recorder,
+                       .settings = m_settings,
+                       .history = m_history,
+                       .dictation = m_dictation,
+                       .account = m_session,
+                       .injector = m_injector,
+                       .sounds = m_sounds,
+                       .workspace = m_workspace},
+          .rights = m_rights,
+          .navigator = m_navigator,
+          .windows = m_windows,
+          .statusItem = m_statusItem,
+          .screens = m_screens,
+          .compositing = m_compositing,
+          .engine = m_uiEngine,
+          .applicationSupportFolder = setup.supportFolder,
+          .terminate = [] { QCoreApplication::quit(); },
+      }) {
+    QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &m_delegate,
+                     [this](Qt::ApplicationState state) {
+                         if (state != Qt::ApplicationActive)
+                             return;
+                         m_delegate.handleAppBecameActive();
+                         m_screenRecordingMonitor.applicationBecameActive();
+                     });
+}
+
+Pasteboard& Application::pasteboard() {
+    return m_pasteQueue ? static_cast<Pasteboard&>(*m_pasteQueue) : m_noDesktop;
+}
+
+KeyPoster& Application::keyPoster() {
+    return m_pasteQueue ? static_cast<KeyPoster&>(*m_pasteQueue) : m_noDesktop;
+}
+
+void Application::launch(const InstanceCommand& command) {
+    m_delegate.applicationDidFinishLaunching();
+    if (command != InstanceCommand(instance_command::Activate{})) // launching is activation enough
+        m_delegate.handleCommand(command);
+}
+
+void Application::queueCommand(const InstanceCommand& command) {
+    m_loop.post([this, command] { m_delegate.handleCommand(command); });
+}
+
+} // namespace velmora

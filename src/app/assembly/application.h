@@ -1,0 +1,98 @@
+#pragma once
+
+#include "app/app_delegate.h"
+#include "app/assembly/windows_on_screen.h"
+#include "backend/auth_session.h"
+#include "backend/backend_dictate_client.h"
+#include "backend/qt_http_transport.h"
+#include "backend/sign_in.h"
+#include "core/screen_recording_permission_monitor.h"
+#include "foundation/info_dictionary.h"
+#include "foundation/qt_main_loop.h"
+#include "foundation/user_folders.h"
+#include "platform/linux/desktop_color_scheme.h"
+#include "platform/linux/desktop_privacy_rights.h"
+#include "platform/linux/desktop_screens.h"
+#include "platform/linux/ffmpeg_audio_codec.h"
+#include "platform/linux/no_desktop_paste.h"
+#include "platform/linux/pulse_audio_engine.h"
+#include "platform/linux/pulse_connection.h"
+#include "platform/linux/pulse_devices.h"
+#include "platform/linux/pulse_sound_player.h"
+#include "platform/linux/tray_status_item.h"
+#include "platform/linux/x11_compositing.h"
+#include "platform/linux/x11_event_tap_factory.h"
+#include "platform/linux/x11_paste_queue.h"
+#include "platform/linux/x11_workspace.h"
+#include "ui/qml_engine.h"
+
+namespace velmora {
+
+/// Every object of the running program, in the order in which they are made.
+class Application {
+public:
+    /// What the program finds where it runs; measurements bring their own.
+    struct Setup {
+        InfoDictionary info = InfoDictionary::load();
+        QString supportFolder = applicationSupportFolder();
+        QString defaultsPath = velmora::defaultsPath();
+        std::function<std::unique_ptr<AudioEngine>(PulseConnection&)> makeEngine =
+            [](PulseConnection& pulse) { return std::make_unique<PulseAudioEngine>(pulse); };
+    };
+
+    explicit Application(const Setup& setup = {});
+
+    /// Runs the start sequence, then what the program was started for.
+    void launch(const InstanceCommand& command);
+    /// Does what another process asks for, after what is queued already: the asker isn't kept waiting.
+    void queueCommand(const InstanceCommand& command);
+
+    [[nodiscard]] AppDelegate& delegate() { return m_delegate; }
+    [[nodiscard]] AuthStore& authStore() { return m_authStore; }
+
+private:
+    [[nodiscard]] Pasteboard& pasteboard();
+    [[nodiscard]] KeyPoster& keyPoster();
+
+    const InfoDictionary m_info;
+    QtMainLoop m_loop;
+    UserDefaults m_defaults;
+    AppSettings m_settings{m_defaults};
+    HistoryStore m_history;
+
+    AuthStore m_authStore;
+    QtHttpTransport m_transport{m_loop};
+    AuthSession m_session;
+    BackendDictateClient m_dictation{m_transport, m_session};
+
+    PulseConnection m_pulse;
+    std::unique_ptr<AudioEngine> m_engine;
+    FfmpegAudioCodec m_codec;
+    AudioRecorder m_recorder;
+    PulseSoundPlayer m_player;
+    SoundCue m_sounds{m_settings, m_player};
+
+    std::unique_ptr<X11PasteQueue> m_pasteQueue; // none where there is no X11 session
+    NoDesktopPaste m_noDesktop;
+    TextInjector m_injector;
+    X11Workspace m_workspace;
+    SignIn m_signIn;
+    X11EventTapFactory m_taps;
+
+    PulseDevices m_devices{m_pulse};
+    DesktopPrivacyRights m_rights{m_loop, m_pulse, m_devices, m_workspace};
+    ScreenRecordingPermission m_screenRecording{m_rights};
+    ScreenRecordingPermissionMonitor m_screenRecordingMonitor{m_screenRecording};
+
+    DesktopColorScheme m_colorScheme;
+    VTheme m_theme{m_settings, m_colorScheme};
+    X11Compositing m_compositing;
+    DesktopScreens m_screens;
+    TrayStatusItem m_statusItem;
+    AppNavigator m_navigator;
+    UiEngine m_uiEngine{makeQmlEngine};
+    WindowsOnScreen m_windows;
+    AppDelegate m_delegate;
+};
+
+} // namespace velmora

@@ -1,0 +1,67 @@
+#include "app/assembly/windows_on_screen.h"
+
+#include "ui/hud/recording_hud_panel.h"
+#include "ui/kit/ui_engine.h"
+
+namespace velmora {
+namespace {
+
+class Hud final : public HudPanel {
+public:
+    template<typename... Arguments>
+    explicit Hud(Arguments&&... arguments)
+        : m_panel(std::forward<Arguments>(arguments)...) {}
+    ~Hud() override { m_panel.orderOut(); }
+    Hud(const Hud&) = delete;
+    Hud& operator=(const Hud&) = delete;
+
+    void reposition() override { m_panel.reposition(); }
+    void orderFrontRegardless() override { m_panel.orderFrontRegardless(); }
+
+private:
+    RecordingHUDPanel m_panel;
+};
+
+class Main final : public AppWindow {
+public:
+    explicit Main(const MainWindow::Neighbours& neighbours)
+        : m_window(neighbours) {
+        QObject::connect(&m_window, &MainWindow::closed, [this] { windowWillClose(); });
+    }
+
+    void makeKeyAndOrderFront() override { m_window.open(); }
+
+private:
+    MainWindow m_window;
+};
+
+} // namespace
+
+std::unique_ptr<HudPanel> WindowsOnScreen::makeHud(PipelineCoordinator& pipeline) {
+    return std::make_unique<Hud>(m_neighbours.engine, pipeline, m_neighbours.settings, m_neighbours.defaults,
+                                 m_neighbours.screens, m_neighbours.compositing);
+}
+
+std::unique_ptr<AppWindow> WindowsOnScreen::makeMainWindow(PermissionManager& permissions) {
+    return std::make_unique<Main>(MainWindow::Neighbours{
+        .engine = m_neighbours.engine,
+        .loop = m_neighbours.loop,
+        .model = {.loop = m_neighbours.loop,
+                  .nav = m_neighbours.navigator,
+                  .perms = permissions,
+                  .settings = m_neighbours.settings,
+                  .store = m_neighbours.history,
+                  .authStore = m_neighbours.authStore,
+                  .authSession = &m_neighbours.authSession,
+                  .pasteboard = m_neighbours.pasteboard,
+                  .workspace = m_neighbours.workspace,
+                  .info = m_neighbours.info,
+                  .settingsPath = m_neighbours.settingsPath},
+    });
+}
+
+void WindowsOnScreen::prewarm() {
+    RecordingHUDPanel::prewarm(m_neighbours.engine);
+}
+
+} // namespace velmora

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "app/app_windows.h"
+#include "ui/main_window/main_window.h"
+
+namespace velmora {
+
+class Compositing;
+class Screens;
+
+/// The program's windows, as the user sees them.
+class WindowsOnScreen final : public AppWindows {
+public:
+    struct Neighbours {
+        UiEngine& engine;
+        MainLoop& loop;
+        const AppSettings& settings;
+        const UserDefaults& defaults;
+        Screens& screens;
+        const Compositing& compositing;
+        AppNavigator& navigator;
+        HistoryStore& history;
+        const AuthStore& authStore;
+        const AuthSession& authSession;
+        Pasteboard& pasteboard;
+        Workspace& workspace;
+        const InfoDictionary& info;
+        QString settingsPath;
+    };
+
+    explicit WindowsOnScreen(const Neighbours& neighbours)
+        : m_neighbours(neighbours) {}
+
+    [[nodiscard]] std::unique_ptr<HudPanel> makeHud(PipelineCoordinator& pipeline) override;
+    [[nodiscard]] std::unique_ptr<AppWindow> makeMainWindow(PermissionManager& permissions) override;
+    void prewarm() override;
+
+private:
+    const Neighbours m_neighbours;
+};
+
+} // namespace velmora

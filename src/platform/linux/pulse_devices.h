@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/linux/pulse_stream.h"
+
+#include <QObject>
+
+#include <condition_variable>
+#include <mutex>
+
+struct pa_context;
+struct pa_source_info;
+
+namespace velmora {
+
+class PulseConnection;
+
+/// Which kinds of sources the sound server has, followed on the sound thread as devices come and go, so that
+/// the main thread needn't wait for the server to know.
+class PulseDevices final : public QObject {
+    Q_OBJECT
+
+public:
+    struct Kinds {
+        bool microphones = false;
+        bool monitors = false; ///< of outputs: what is played there can be recorded
+
+        bool operator==(const Kinds&) const = default;
+    };
+
+    explicit PulseDevices(PulseConnection& connection);
+    ~PulseDevices() override;
+
+    /// What is known; a server that isn't there has none. The first call connects, and gives the server 20 ms
+    /// to answer. Main thread.
+    [[nodiscard]] Kinds kinds();
+
+Q_SIGNALS:
+    /// Emitted on the sound thread: a receiver that lives on the main thread gets it there.
+    void changed();
+
+private:
+    void follow();
+    void list();
+    void collect(const pa_source_info& source);
+    void publish(const Kinds& kinds);
+
+    PulseConnection& m_connection;
+    PulseOperation m_listing;
+    Kinds m_listed; // by the listing under way
+    bool m_isFollowing = false;
+
+    std::mutex m_mutex; // for what follows
+    std::condition_variable m_answered;
+    Kinds m_kinds;
+    bool m_hasAnswer = false;
+    bool m_hasWaited = false;
+};
+
+} // namespace velmora

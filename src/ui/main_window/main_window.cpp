@@ -1,0 +1,81 @@
+#include "ui/main_window/main_window.h"
+
+#include "ui/kit/ui_engine.h"
+#include "ui/kit/v_theme.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <QScreen>
+
+namespace velmora {
+namespace {
+
+constexpr QSize contentSize(980, 680);
+constexpr QSize minimumContentSize(760, 560);
+constexpr auto permsInterval = std::chrono::seconds(2);
+
+} // namespace
+
+MainWindow::MainWindow(const Neighbours& neighbours)
+    : QQuickView(&neighbours.engine.get(), nullptr)
+    , m_loop(neighbours.loop)
+    , m_model(neighbours.model) {
+    setTitle(QStringLiteral("Velmora"));
+    setResizeMode(SizeRootObjectToView);
+    setMinimumSize(minimumContentSize);
+    followColours();
+    connect(&VTheme::shared(), &VTheme::changed, this, &MainWindow::followColours);
+    connect(this, &QWindow::activeChanged, this, [this] {
+        if (isActive())
+            m_model.refresh();
+    });
+    setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&m_model)}});
+    setSource(QUrl(QStringLiteral("qrc:/qt/qml/Velmora/MainWindow/MainWindowView.qml")));
+}
+
+// The views look at the model to their end.
+MainWindow::~MainWindow() {
+    delete rootObject();
+}
+
+void MainWindow::open() {
+    if (!isVisible()) {
+        m_model.refresh();
+        m_permsTimer = m_loop.every(permsInterval, [this] { m_model.refresh(); });
+        centreOnScreen();
+    }
+    if (windowStates().testFlag(Qt::WindowMinimized))
+        setWindowStates(windowStates() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    requestActivate();
+}
+
+bool MainWindow::event(QEvent* event) {
+    const bool handled = QQuickView::event(event);
+    if (event->type() == QEvent::Close && event->isAccepted()) {
+        m_permsTimer.invalidate();
+        Q_EMIT closed();
+    }
+    return handled;
+}
+
+void MainWindow::centreOnScreen() {
+    if (QScreen* pointed = QGuiApplication::screenAt(QCursor::pos()))
+        setScreen(pointed);
+    const QRect available = screen()->availableGeometry();
+    const QSize size = contentSize.boundedTo(available.size()).expandedTo(minimumContentSize);
+    QRect frame(QPoint(), size);
+    frame.moveCenter(available.center());
+    setGeometry(frame);
+}
+
+// What the desktop shows before the first frame, and while the window grows.
+void MainWindow::followColours() {
+    QColor background = VTheme::shared().windowBg();
+    background.setAlpha(255);
+    setColor(background);
+}
+
+} // namespace velmora

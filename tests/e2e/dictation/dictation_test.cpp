@@ -1,0 +1,181 @@
+#include "e2e/session/dictation_session.h"
+#include "e2e/session/sign_in_page.h"
+#include "support/desktop/target_application.h"
+#include "support/desktop/wait_until.h"
+
+#include <gmock/gmock.h>
+
+using namespace std::chrono_literals;
+using namespace velmora;
+using namespace velmora::test;
+using testing::Ge;
+using testing::HasSubstr;
+
+namespace {
+
+QString clipboard() {
+    QProcess reader;
+    reader.start(QStringLiteral("xclip"),
+                 {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-o")});
+    reader.waitForFinished();
+    return QString::fromUtf8(reader.readAllStandardOutput());
+}
+
+void copy(const char* text) {
+    QProcess owner;
+    owner.start(QStringLiteral("xclip"),
+                {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-i")});
+    owner.waitForStarted();
+    owner.write(text);
+    owner.closeWriteChannel();
+    owner.waitForFinished();
+}
+
+class DictationTest : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(session.isSignedIn()) << session.application().output().toStdString();
+        editor = TargetApplication::mousepad();
+        ASSERT_TRUE(editor->isReady());
+    }
+
+    void TearDown() override {
+        if (HasFailure())
+            std::cout << session.application().output().toStdString()
+                      << session.backend().output().toStdString();
+    }
+
+    /// The n-th dictation is in the editor, as it is in the history, and it is what was said.
+    void expectDictated(std::size_t count) {
+        const std::optional<HistoryItem> item = session.dictation(count);
+        ASSERT_TRUE(item);
+        EXPECT_THAT(DictationSession::wordsHeard(item->cleanedText), Ge(DictationSession::wordsSpoken / 2));
+        EXPECT_EQ(editor->document(item->cleanedText), item->cleanedText);
+        EXPECT_EQ(item->appName, QStringLiteral("Mousepad"));
+        EXPECT_EQ(item->appBundleId, QStringLiteral("org.xfce.mousepad"));
+        EXPECT_TRUE(DictationSession::isQuiet());
+    }
+    void expectNothingDictated() {
+        EXPECT_TRUE(DictationSession::isQuiet());
+        EXPECT_EQ(editor->document(QString()), QString());
+    }
+
+    DictationSession session;
+    std::unique_ptr<TargetApplication> editor;
+};
+
+} // namespace
+
+TEST_F(DictationTest, Hold_WhatWasSaidIsInTheEditorAndTheHistory) {
+    session.dictateHolding();
+    expectDictated(1);
+}
+
+TEST_F(DictationTest, Hold_TheUsersClipboardComesBack) {
+    copy("из буфера");
+    session.dictateHolding();
+    expectDictated(1);
+    EXPECT_TRUE(waitUntil([] { return clipboard() == QStringLiteral("из буфера"); }));
+}
+
+TEST_F(DictationTest, DoubleTap_LatchesUntilTheNextPress) {
+    session.keyboard().tap(key::rightControl);
+    session.keyboard().tap(key::rightControl);
+    ASSERT_TRUE(DictationSession::isRecording());
+    session.speak();
+    session.keyboard().tap(key::rightControl);
+    expectDictated(1);
+}
+
+TEST_F(DictationTest, LoneTap_IsTooShortAndTypesNothing) {
+    session.setDefaults(R"({"minDuration": 1})"); // a lone tap records half a second, which could pass
+    session.keyboard().tap(key::rightControl);
+    ASSERT_TRUE(session.application().says("Слишком коротко — удерживайте клавишу дольше"));
+    expectNothingDictated();
+}
+
+TEST_F(DictationTest, ToggleVerb_StartsAndStops) {
+    EXPECT_EQ(DictationSession::velmora(QStringLiteral("--toggle")), 0);
+    ASSERT_TRUE(DictationSession::isRecording());
+    session.speak();
+    EXPECT_EQ(DictationSession::velmora(QStringLiteral("--toggle")), 0);
+    expectDictated(1);
+}
+
+TEST_F(DictationTest, PressAndReleaseVerbs_WorkAsTheKeyDoes) {
+    EXPECT_EQ(DictationSession::velmora(QStringLiteral("--press")), 0);
+    ASSERT_TRUE(DictationSession::isRecording());
+    session.speak();
+    EXPECT_EQ(DictationSession::velmora(QStringLiteral("--release")), 0);
+    expectDictated(1);
+}
+
+TEST_F(DictationTest, AccessTokenRefused_IsRotatedAndTheDictationArrives) {
+    const QByteArray before = session.storedTokens();
+    session.restartBackend(true);
+    session.dictateHolding();
+    expectDictated(1);
+    EXPECT_NE(session.storedTokens(), before);
+    EXPECT_TRUE(session.isSignedIn());
+}
+
+TEST_F(DictationTest, ServerReportsAnError_IsShownAndNothingIsTyped) {
+    session.setPreference(R"({"transcribeLanguage":"ru"})");
+    session.dictateHolding();
+    ASSERT_TRUE(session.application().says("Ошибка: "));
+    expectNothingDictated();
+}
+
+TEST_F(DictationTest, ServerGone_IsAnErrorAndTheNextDictationWorks) {
+    session.stopBackend();
+    session.dictateHolding();
+    ASSERT_TRUE(session.application().says("Ошибка: "));
+    expectNothingDictated();
+    session.restartBackend();
+    session.restartApplication();
+    session.dictateHolding();
+    expectDictated(1);
+}
+
+TEST_F(DictationTest, SecondInstance_HandsItsUrlOverAndLeaves) {
+    EXPECT_EQ(DictationSession::velmora(QStringLiteral("velmora://auth?token=a&refresh=b&state=forged")), 0);
+    EXPECT_TRUE(session.application().says("velmora_auth_url_rejected: state mismatch"));
+    EXPECT_TRUE(session.application().isRunning());
+}
+
+TEST_F(DictationTest, CallbackUsedTwice_IsRejectedTheSecondTime) {
+    const QString callback = createAccount(session.requestSignInPage(), QStringLiteral("other@example.org"),
+                                           QStringLiteral("battery staple"));
+    ASSERT_THAT(callback.toStdString(), HasSubstr("velmora://auth?"));
+    const QByteArray before = session.storedTokens();
+    EXPECT_EQ(DictationSession::velmora(callback), 0);
+    EXPECT_TRUE(waitUntil([&] { return session.storedTokens() != before; }));
+    EXPECT_EQ(DictationSession::velmora(callback), 0);
+    EXPECT_TRUE(session.application().says("velmora_auth_url_rejected: state mismatch"));
+}
+
+TEST_F(DictationTest, KeyboardCannotBeWatched_VerbsWorkAndTheTextIsInTheHistory) {
+    session.restartApplication(false);
+    EXPECT_TRUE(session.application().says("Input Monitoring/Accessibility permission missing?"));
+    EXPECT_EQ(DictationSession::velmora(QStringLiteral("--press")), 0);
+    ASSERT_TRUE(DictationSession::isRecording());
+    session.speak();
+    EXPECT_EQ(DictationSession::velmora(QStringLiteral("--release")), 0);
+    const std::optional<HistoryItem> item = session.dictation(1);
+    ASSERT_TRUE(item);
+    EXPECT_THAT(DictationSession::wordsHeard(item->cleanedText), Ge(DictationSession::wordsSpoken / 2));
+    EXPECT_EQ(item->appName, std::nullopt);
+    EXPECT_TRUE(session.application().isRunning());
+}
+
+TEST_F(DictationTest, SigTerm_EndsTheProgramCleanly) {
+    EXPECT_EQ(session.application().terminate(), 0);
+    EXPECT_EQ(DictationSession::velmora(QStringLiteral("--toggle")), 1);
+}
+
+TEST(SignedOutTest, Dictation_AsksToSignIn) {
+    DictationSession session(false);
+    session.dictateHolding();
+    EXPECT_TRUE(session.application().says("Войдите в аккаунт в настройках"));
+    EXPECT_TRUE(DictationSession::isQuiet());
+}

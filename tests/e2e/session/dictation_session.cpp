@@ -1,0 +1,177 @@
+#include "e2e/session/dictation_session.h"
+
+#include "core/history_store.h"
+#include "foundation/user_folders.h"
+#include "e2e/session/sign_in_page.h"
+#include "support/desktop/wait_until.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QTcpServer>
+
+namespace velmora::test {
+namespace {
+
+int freePort() {
+    QTcpServer probe;
+    probe.listen(QHostAddress::LocalHost);
+    return probe.serverPort();
+}
+
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void write(const QString& path, const QByteArray& content) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(content);
+}
+
+QStringList recordings() {
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
+    return folder.entryList({QStringLiteral("velmora-*.m4a")});
+}
+
+} // namespace
+
+const char* const DictationSession::sentence = "open the window and look at the people in the street";
+
+DictationSession::DictationSession(bool signIn)
+    : m_port(freePort()) {
+    // The session's browser notes the address that it was asked to open.
+    const QString script = m_folder.filePath(QStringLiteral("browser"));
+    const QByteArray note = browserNote().toUtf8();
+    write(script,
+          "#!/bin/sh\nprintf %s \"$1\" > '" + note + ".part'; mv '" + note + ".part' '" + note + "'\n");
+    QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QString applications = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                                 QStringLiteral("/applications");
+    write(applications + QStringLiteral("/noting-browser.desktop"),
+          "[Desktop Entry]\nType=Application\nName=Browser\nExec=" + script.toUtf8() + " %u\n");
+    QProcess::execute(QStringLiteral("xdg-mime"),
+                      {QStringLiteral("default"), QStringLiteral("noting-browser.desktop"),
+                       QStringLiteral("x-scheme-handler/http")});
+    QProcess::execute(QStringLiteral("flite"),
+                      {QStringLiteral("-voice"), QStringLiteral("kal16"), QStringLiteral("-t"),
+                       QLatin1String(sentence), QStringLiteral("-o"),
+                       m_folder.filePath(QStringLiteral("voice.wav"))});
+    QDir(applicationSupportFolder()).removeRecursively();
+    QFile::remove(defaultsPath());
+    restartBackend();
+    restartApplication();
+    if (signIn)
+        velmora(createAccount(requestSignInPage(), QStringLiteral("me@example.org"),
+                              QStringLiteral("correct horse")));
+}
+
+void DictationSession::restartBackend(bool forgetKey) {
+    m_backend.reset();
+    const QString data = m_folder.filePath(QStringLiteral("server"));
+    if (forgetKey) {
+        for (const QString& name : QDir(data).entryList({QStringLiteral("*key*")}))
+            QFile::remove(data + QLatin1Char('/') + name);
+    }
+    m_backend = std::make_unique<Program>(QStringLiteral(VELMORA_SERVER_PROGRAM),
+                                          QStringList{QStringLiteral("--listen"),
+                                                      QStringLiteral("127.0.0.1:%1").arg(m_port),
+                                                      QStringLiteral("--data"), data});
+    (void)m_backend->says("listens on");
+}
+
+void DictationSession::restartApplication(bool onX11) {
+    m_application.reset();
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("VelmorBackendURL"), address());
+    environment.insert(QStringLiteral("VelmorLandingURL"), address());
+    if (!onX11)
+        environment.remove(QStringLiteral("DISPLAY"));
+    m_application = std::make_unique<Program>(QStringLiteral(VELMORA_PROGRAM), QStringList(), environment);
+    (void)m_application->says(onX11 ? "tap active" : "tap failed");
+}
+
+void DictationSession::setDefaults(const QByteArray& json) {
+    write(defaultsPath(), json);
+    restartApplication();
+}
+
+QString DictationSession::requestSignInPage() {
+    QFile::remove(browserNote());
+    velmora(QStringLiteral("--sign-in"));
+    waitUntil([this] { return QFile::exists(browserNote()); });
+    return QString::fromUtf8(contentOf(browserNote()));
+}
+
+int DictationSession::velmora(const QString& argument) {
+    return QProcess::execute(QStringLiteral(VELMORA_PROGRAM), {argument});
+}
+
+bool DictationSession::isSignedIn() const {
+    return waitUntil([this] { return !storedTokens().isEmpty(); });
+}
+
+QByteArray DictationSession::storedTokens() const {
+    return contentOf(applicationSupportFolder() + QStringLiteral("/auth-tokens.json"));
+}
+
+bool DictationSession::isRecording() {
+    return waitUntil([] { return !recordings().isEmpty(); });
+}
+
+bool DictationSession::isQuiet() {
+    return waitUntil([] { return recordings().isEmpty(); });
+}
+
+void DictationSession::speak() {
+    QProcess::execute(QStringLiteral("paplay"), {QStringLiteral("--device=virtual_mic_feed"),
+                                                 m_folder.filePath(QStringLiteral("voice.wav"))});
+}
+
+void DictationSession::dictateHolding() {
+    m_keyboard.press(key::rightControl);
+    (void)isRecording();
+    speak();
+    m_keyboard.release(key::rightControl);
+}
+
+std::optional<HistoryItem> DictationSession::dictation(std::size_t count) const {
+    std::optional<HistoryItem> newest;
+    waitUntil(
+        [&newest, count] {
+            const HistoryStore history(applicationSupportFolder());
+            if (history.items().size() >= count)
+                newest = history.items().front();
+            return newest.has_value();
+        },
+        std::chrono::seconds(30));
+    return newest;
+}
+
+int DictationSession::wordsHeard(const QString& text) {
+    static const QRegularExpression separators(QStringLiteral("\\W+"));
+    QStringList heard = text.toLower().split(separators, Qt::SkipEmptyParts);
+    int count = 0;
+    for (const QString& word : QString::fromLatin1(sentence).split(QLatin1Char(' ')))
+        count += heard.removeOne(word) ? 1 : 0;
+    return count;
+}
+
+void DictationSession::setPreference(const QByteArray& json) {
+    const QString token =
+        QJsonDocument::fromJson(storedTokens()).object().value(QStringLiteral("accessToken")).toString();
+    QNetworkAccessManager network;
+    QNetworkRequest request(QUrl(address() + QStringLiteral("/v1/me/preferences"), QUrl::StrictMode));
+    request.setRawHeader("Authorization", "Bearer " + token.toLatin1());
+    request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
+    const std::unique_ptr<QNetworkReply> reply(network.sendCustomRequest(request, "PATCH", json));
+    waitUntil([&reply] { return reply->isFinished(); });
+}
+
+} // namespace velmora::test

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "core/history_item.h"
+#include "e2e/session/program.h"
+#include "support/desktop/physical_keyboard.h"
+
+#include <QTemporaryDir>
+
+#include <memory>
+#include <optional>
+
+namespace velmora::test {
+
+/// The real programs on a desktop: the backend on a loopback port, the application signed in to it, a
+/// keyboard and a voice.
+class DictationSession {
+public:
+    /// Starts both and signs in through the page; see isSignedIn() for the outcome. With `signIn` false it
+    /// stays out.
+    explicit DictationSession(bool signIn = true);
+
+    [[nodiscard]] Program& application() { return *m_application; }
+    [[nodiscard]] Program& backend() { return *m_backend; }
+    void stopBackend() { m_backend.reset(); }
+    /// On the same port and data. With `forgetKey`, access tokens issued so far are no good any more.
+    void restartBackend(bool forgetKey = false);
+    /// With `onX11` false it finds no display.
+    void restartApplication(bool onX11 = true);
+
+    /// Opens the sign-in page as the application does, and gives the page's address.
+    [[nodiscard]] QString requestSignInPage();
+    /// Starts `velmora ARGUMENT` and gives its exit status.
+    static int velmora(const QString& argument);
+    [[nodiscard]] bool isSignedIn() const;
+    [[nodiscard]] QByteArray storedTokens() const;
+
+    PhysicalKeyboard& keyboard() { return m_keyboard; }
+    /// Waits until the microphone is open.
+    [[nodiscard]] static bool isRecording();
+    /// Waits until nothing is recorded and no recording is left on the disk.
+    [[nodiscard]] static bool isQuiet();
+    /// Speaks the sentence into the microphone to its end.
+    void speak();
+    /// Holds the hotkey while the sentence is spoken.
+    void dictateHolding();
+    /// The newest finished dictation, once there are `count` of them.
+    [[nodiscard]] std::optional<HistoryItem> dictation(std::size_t count) const;
+    /// How many words of the sentence are in the text.
+    [[nodiscard]] static int wordsHeard(const QString& text);
+
+    /// Restarts the application with these user defaults.
+    void setDefaults(const QByteArray& json);
+    /// Sets a preference of the signed-in account.
+    void setPreference(const QByteArray& json);
+
+    static const char* const sentence;
+    static constexpr int wordsSpoken = 11;
+
+private:
+    [[nodiscard]] QString address() const { return QStringLiteral("http://127.0.0.1:%1").arg(m_port); }
+    [[nodiscard]] QString browserNote() const { return m_folder.filePath(QStringLiteral("opened-url")); }
+
+    QTemporaryDir m_folder;
+    int m_port = 0;
+    std::unique_ptr<Program> m_backend;
+    std::unique_ptr<Program> m_application;
+    PhysicalKeyboard m_keyboard;
+};
+
+} // namespace velmora::test

@@ -1,0 +1,238 @@
+#include "core/history_store.h"
+#include "e2e/session/dictation_session.h"
+#include "foundation/user_folders.h"
+#include "support/desktop/accessible_tree.h"
+#include "support/desktop/pointer.h"
+#include "support/desktop/target_application.h"
+#include "support/desktop/tray.h"
+#include "support/desktop/wait_until.h"
+
+#include <QImage>
+
+#include <gmock/gmock.h>
+
+using namespace velmora;
+using namespace velmora::test;
+using testing::Contains;
+using testing::Not;
+
+namespace {
+
+const QString program = QStringLiteral("Velmora");
+
+QByteArray output(const QString& tool, const QStringList& arguments) {
+    QProcess process;
+    process.start(tool, arguments);
+    process.waitForFinished();
+    return process.readAllStandardOutput();
+}
+
+/// Keys as xdotool names them, one after the other.
+void press(const QStringList& keys) {
+    QProcess::execute(QStringLiteral("xdotool"), QStringList{QStringLiteral("key")} + keys);
+}
+
+void type(const QString& text) {
+    QProcess::execute(QStringLiteral("xdotool"), {QStringLiteral("type"), text});
+}
+
+QString clipboard() {
+    return QString::fromUtf8(
+        output(QStringLiteral("xclip"),
+               {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-o")}));
+}
+
+QImage screenshot() {
+    return QImage::fromData(
+        output(QStringLiteral("import"),
+               {QStringLiteral("-window"), QStringLiteral("root"), QStringLiteral("png:-")}));
+}
+
+QString activeTitle() {
+    X11Connection x;
+    const xcb_window_t window = x.property32(x.root(), x.atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW);
+    return QString::fromUtf8(x.property(window, x.atom("_NET_WM_NAME")));
+}
+
+/// The titles of what a task bar would show.
+QStringList taskBar() {
+    X11Connection x;
+    const QByteArray list = x.property(x.root(), x.atom("_NET_CLIENT_LIST"), XCB_ATOM_WINDOW);
+    QStringList titles;
+    for (qsizetype at = 0; at + 4 <= list.size(); at += 4) {
+        xcb_window_t window = 0;
+        std::memcpy(&window, list.constData() + at, sizeof window);
+        const QByteArray states = x.property(window, x.atom("_NET_WM_STATE"), XCB_ATOM_ATOM);
+        const xcb_atom_t skip = x.atom("_NET_WM_STATE_SKIP_TASKBAR");
+        bool skipped = false;
+        for (qsizetype state = 0; state + 4 <= states.size(); state += 4)
+            skipped = skipped || std::memcmp(states.constData() + state, &skip, sizeof skip) == 0;
+        if (!skipped)
+            titles.append(QString::fromUtf8(x.property(window, x.atom("_NET_WM_NAME"))));
+    }
+    return titles;
+}
+
+bool shows(const QString& name) {
+    return waitForAccessible(program, name).has_value();
+}
+
+bool hides(const QString& name) {
+    return waitUntil([&] {
+        const QList<AccessibleObject> objects = accessibleObjects(program);
+        return std::ranges::none_of(objects, [&](const AccessibleObject& each) { return each.name == name; });
+    });
+}
+
+std::vector<HistoryItem> history() {
+    return HistoryStore(applicationSupportFolder()).items();
+}
+
+/// A dictation of a while ago, as the program stores it.
+void remember(const char* text, std::chrono::minutes age) {
+    HistoryStore store(applicationSupportFolder());
+    const auto now = std::chrono::floor<std::chrono::microseconds>(std::chrono::system_clock::now());
+    store.add({.date = now - age,
+               .durationSec = 3,
+               .rawText = QString::fromUtf8(text),
+               .cleanedText = QString::fromUtf8(text),
+               .appName = QStringLiteral("Editor"),
+               .appBundleId = QStringLiteral("org.example.notes")});
+}
+
+class WindowsTest : public testing::Test {
+protected:
+    void TearDown() override {
+        if (HasFailure()) {
+            screenshot().save(QStringLiteral("windows-failure.png"));
+            std::cout << session.application().output().toStdString();
+            for (const AccessibleObject& each : accessibleObjects(program))
+                std::cout << each.role.toStdString() << " \"" << each.name.toStdString() << "\"\n";
+        }
+    }
+
+    Tray tray;
+    DictationSession session;
+    Pointer pointer;
+};
+
+} // namespace
+
+TEST_F(WindowsTest, Dictating_CapsuleLiesOverTheEditorWhichKeepsTheFocus) {
+    const auto editor = TargetApplication::mousepad();
+    ASSERT_TRUE(editor->isReady());
+    const QString title = activeTitle();
+    const QImage before = screenshot();
+    session.keyboard().press(key::rightControl);
+    ASSERT_TRUE(DictationSession::isRecording());
+    // The capsule is the one thing of this colour: nearly black, in the middle near the bottom edge.
+    const auto capsuleShows = [&] {
+        const QImage now = screenshot();
+        int dark = 0;
+        for (int x = now.width() / 2 - 60; x < now.width() / 2 + 60; ++x) {
+            for (int y = now.height() - 70; y < now.height(); ++y)
+                dark += qGray(now.pixel(x, y)) < 60 && now.pixel(x, y) != before.pixel(x, y);
+        }
+        return dark > 500;
+    };
+    EXPECT_TRUE(waitUntil(capsuleShows));
+    EXPECT_EQ(activeTitle(), title);
+    EXPECT_THAT(taskBar(), Not(Contains(program)));
+    session.speak();
+    session.keyboard().release(key::rightControl);
+    const std::optional<HistoryItem> item = session.dictation(1);
+    ASSERT_TRUE(item);
+    EXPECT_EQ(editor->document(item->cleanedText), item->cleanedText);
+    EXPECT_TRUE(waitUntil([&] { return !capsuleShows(); }));
+}
+
+TEST_F(WindowsTest, TrayIconClicked_PopupOpensAndAnOutsideClickClosesIt) {
+    const auto icon = tray.icon();
+    ASSERT_TRUE(icon);
+    for (const uint8_t button : {1, 3}) {
+        pointer.click(icon->center(), button);
+        EXPECT_TRUE(shows(QStringLiteral("История")));
+        EXPECT_THAT(taskBar(), Not(Contains(program)));
+        pointer.click(QPoint(200, 600));
+        EXPECT_TRUE(hides(QStringLiteral("История")));
+    }
+    pointer.click(icon->center());
+    EXPECT_TRUE(shows(QStringLiteral("История")));
+    pointer.click(icon->center());
+    EXPECT_TRUE(hides(QStringLiteral("История")));
+}
+
+TEST_F(WindowsTest, ByKeyboardAlone_ADictationIsFoundCopiedAndDeleted) {
+    remember("Buy milk and bread on the way home", std::chrono::minutes(30));
+    remember("The quarterly report goes to the printer", std::chrono::minutes(20));
+    remember("Water the plants", std::chrono::minutes(10));
+    session.restartApplication();
+    const auto icon = tray.icon();
+    ASSERT_TRUE(icon);
+    pointer.click(icon->center());
+    ASSERT_TRUE(shows(QStringLiteral("История")));
+    press({QStringLiteral("Down"), QStringLiteral("Down"), QStringLiteral("Return")});
+    ASSERT_TRUE(shows(QStringLiteral("Транскрипции")));
+    EXPECT_THAT(taskBar(), Contains(program));
+
+    press({QStringLiteral("ctrl+f")});
+    type(QStringLiteral("quarter"));
+    press({QStringLiteral("Down"), QStringLiteral("Return")});
+    ASSERT_TRUE(shows(QStringLiteral("WHISPER · RAW")));
+    press({QStringLiteral("ctrl+c")});
+    EXPECT_TRUE(
+        waitUntil([] { return clipboard() == QStringLiteral("The quarterly report goes to the printer"); }));
+
+    const auto deleteFocused = [] {
+        const QList<AccessibleObject> objects = accessibleObjects(program);
+        return std::ranges::any_of(objects, [](const AccessibleObject& each) {
+            return each.focused && each.name == QStringLiteral("Удалить");
+        });
+    };
+    for (int tab = 0; tab < 12 && !deleteFocused(); ++tab)
+        press({QStringLiteral("Tab")});
+    ASSERT_TRUE(deleteFocused());
+    press({QStringLiteral("space")});
+    EXPECT_TRUE(waitUntil([] { return history().size() == 2; }));
+    for (const HistoryItem& item : history())
+        EXPECT_FALSE(item.cleanedText.contains(QStringLiteral("quarterly")));
+}
+
+TEST_F(WindowsTest, SecondStart_OpensTheMainWindowWhichLeavesTheTaskBarWhenClosed) {
+    EXPECT_THAT(taskBar(), Not(Contains(program)));
+    EXPECT_EQ(QProcess::execute(QStringLiteral(VELMORA_PROGRAM), QStringList()), 0);
+    ASSERT_TRUE(shows(QStringLiteral("Транскрипции")));
+    EXPECT_TRUE(waitUntil([] { return activeTitle() == program; }));
+    EXPECT_THAT(taskBar(), Contains(program));
+    press({QStringLiteral("ctrl+w")});
+    EXPECT_TRUE(waitUntil([] { return !taskBar().contains(program); }));
+    EXPECT_TRUE(session.application().isRunning());
+}
+
+TEST_F(WindowsTest, EveryControl_HasANameAndARoleForAssistiveTechnology) {
+    remember("Water the plants", std::chrono::minutes(10));
+    session.restartApplication();
+    const auto icon = tray.icon();
+    ASSERT_TRUE(icon);
+    const auto expectNamed = [](int atLeast) {
+        int controls = 0;
+        for (const AccessibleObject& each : accessibleObjects(program)) {
+            if (!each.focusable || each.role == QStringLiteral("frame"))
+                continue;
+            ++controls;
+            EXPECT_FALSE(each.name.isEmpty()) << each.role.toStdString();
+            EXPECT_NE(each.role, QStringLiteral("invalid")) << each.name.toStdString();
+            EXPECT_NE(each.role, QStringLiteral("unknown")) << each.name.toStdString();
+        }
+        EXPECT_GE(controls, atLeast);
+    };
+    pointer.click(icon->center());
+    ASSERT_TRUE(shows(QStringLiteral("Выйти")));
+    expectNamed(6);
+    press({QStringLiteral("Escape")});
+    ASSERT_TRUE(hides(QStringLiteral("Выйти")));
+
+    EXPECT_EQ(QProcess::execute(QStringLiteral(VELMORA_PROGRAM), QStringList()), 0);
+    ASSERT_TRUE(shows(QStringLiteral("Транскрипции")));
+    expectNamed(8);
+}

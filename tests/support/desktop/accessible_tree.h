@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QList>
+#include <QRect>
+#include <QString>
+
+#include <optional>
+
+namespace velmora::test {
+
+/// What a screen reader is told of one object on the screen.
+struct AccessibleObject {
+    QString role; ///< as "push button"
+    QString name;
+    QRect extents; ///< on the screen
+    bool focusable = false;
+    bool focused = false;
+};
+
+/// The objects that show of the running application of that name, in the order of its tree, as the
+/// accessibility bus tells them. Needs a virtual desktop with VIRTUAL_DESKTOP_A11Y=1.
+[[nodiscard]] QList<AccessibleObject> accessibleObjects(const QString& application);
+
+/// The first of them with that name, waited for; none when it does not come.
+[[nodiscard]] std::optional<AccessibleObject> waitForAccessible(const QString& application,
+                                                                const QString& name);
+
+} // namespace velmora::test
