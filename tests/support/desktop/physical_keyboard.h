@@ -35,6 +35,7 @@ private:
 };
 
 namespace key { // evdev codes of a PC keyboard, plus 8
+inline constexpr xcb_keycode_t escape = 9;
 inline constexpr xcb_keycode_t leftControl = 37;
 inline constexpr xcb_keycode_t leftShift = 50;
 inline constexpr xcb_keycode_t leftAlt = 64;

@@ -1,10 +1,10 @@
+#include "embedding_tray.h"
 #include "platform/linux/tray_status_item.h"
 #include "pointer_hand.h"
 #include "support/desktop/wait_until.h"
 
 #include <QGuiApplication>
 #include <QPixmap>
-#include <QProcess>
 #include <QScreen>
 #include <QSignalSpy>
 
@@ -27,26 +27,7 @@ protected:
         item.setImage(picture(Qt::red));
         item.setToolTip(QStringLiteral("Velmora"));
     }
-    ~EmbeddingTrayTest() override { stopTray(); }
-
-    void startTray() {
-        tray.start(QStringLiteral("trayer"),
-                   {QStringLiteral("--edge"), QStringLiteral("top"), QStringLiteral("--align"),
-                    QStringLiteral("right"), QStringLiteral("--widthtype"), QStringLiteral("request"),
-                    QStringLiteral("--height"), QStringLiteral("24")});
-        ASSERT_TRUE(tray.waitForStarted());
-    }
-    void stopTray() {
-        tray.kill();
-        tray.waitForFinished();
-    }
-    /// Whether it comes to lie in the tray, which is told by a place at the top of the screen.
-    [[nodiscard]] bool appears() {
-        return waitUntil([this] {
-            const QRect place = item.frame().value_or(QRect());
-            return item.isShown() && place.width() > 8 && place.y() < 30 && place.x() > 600;
-        });
-    }
+    [[nodiscard]] bool appears() const { return EmbeddingTray::takes(item); }
     [[nodiscard]] QColor colorShown() {
         const QPoint middle = item.frame()->center();
         return QGuiApplication::primaryScreen()
@@ -55,7 +36,7 @@ protected:
             .pixelColor(0, 0);
     }
 
-    QProcess tray;
+    EmbeddingTray tray;
     TrayStatusItem item;
 };
 
@@ -68,14 +49,14 @@ TEST_F(EmbeddingTrayTest, NoTray_NothingIsShown) {
 
 TEST_F(EmbeddingTrayTest, TrayStartsLater_TheIconLiesInItWithItsPlaceKnown) {
     const QSignalSpy changes(&item, &StatusItem::shownChanged);
-    startTray();
+    tray.start();
     ASSERT_TRUE(appears());
     EXPECT_EQ(changes.size(), 1);
     EXPECT_TRUE(QGuiApplication::primaryScreen()->geometry().contains(*item.frame()));
 }
 
 TEST_F(EmbeddingTrayTest, Picture_IsOnTheScreenAndChanges) {
-    startTray();
+    tray.start();
     ASSERT_TRUE(appears());
     EXPECT_TRUE(waitUntil([this] { return colorShown() == QColor(Qt::red); }));
     item.setImage(picture(Qt::blue));
@@ -83,7 +64,7 @@ TEST_F(EmbeddingTrayTest, Picture_IsOnTheScreenAndChanges) {
 }
 
 TEST_F(EmbeddingTrayTest, EveryButton_IsAClick) {
-    startTray();
+    tray.start();
     ASSERT_TRUE(appears());
     const QSignalSpy clicks(&item, &StatusItem::clicked);
     const PointerHand hand;
@@ -96,11 +77,11 @@ TEST_F(EmbeddingTrayTest, EveryButton_IsAClick) {
 }
 
 TEST_F(EmbeddingTrayTest, TrayGoesAndComesAgain_TheIconFollows) {
-    startTray();
+    tray.start();
     ASSERT_TRUE(appears());
-    stopTray();
+    tray.stop();
     EXPECT_TRUE(waitUntil([this] { return !item.isShown(); }));
-    startTray();
+    tray.start();
     EXPECT_TRUE(appears());
     EXPECT_TRUE(waitUntil([this] { return colorShown() == QColor(Qt::red); }));
 }

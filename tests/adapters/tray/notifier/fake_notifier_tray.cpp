@@ -53,7 +53,6 @@ public:
     }
     void stop() {
         QDBusConnection bus(QStringLiteral("watcher"));
-        bus.unregisterObject(watcherPath);
         bus.unregisterService(watcherService);
         QDBusConnection::disconnectFromBus(QStringLiteral("watcher"));
     }
@@ -94,20 +93,21 @@ private:
 };
 
 FakeNotifierTray::FakeNotifierTray(bool withHost)
-    : m_watcher(std::make_unique<Watcher>(withHost)) {
+    : m_watcher(new Watcher(withHost)) {
+    QObject::connect(&m_thread, &QThread::finished, m_watcher, &QObject::deleteLater);
     m_watcher->moveToThread(&m_thread);
     m_thread.start();
-    QMetaObject::invokeMethod(m_watcher.get(), &Watcher::start, Qt::BlockingQueuedConnection);
+    QMetaObject::invokeMethod(m_watcher, &Watcher::start, Qt::BlockingQueuedConnection);
 }
 
 FakeNotifierTray::~FakeNotifierTray() {
-    QMetaObject::invokeMethod(m_watcher.get(), &Watcher::stop, Qt::BlockingQueuedConnection);
+    QMetaObject::invokeMethod(m_watcher, &Watcher::stop, Qt::BlockingQueuedConnection);
     m_thread.quit();
     m_thread.wait();
 }
 
 void FakeNotifierTray::addHost() {
-    QMetaObject::invokeMethod(m_watcher.get(), &Watcher::addHost, Qt::BlockingQueuedConnection);
+    QMetaObject::invokeMethod(m_watcher, &Watcher::addHost, Qt::BlockingQueuedConnection);
 }
 
 bool FakeNotifierTray::hasAnswered() const {

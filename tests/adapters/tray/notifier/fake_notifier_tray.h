@@ -5,8 +5,6 @@
 #include <QStringList>
 #include <QThread>
 
-#include <memory>
-
 namespace velmora::test {
 
 /// A tray of the StatusNotifierItem kind on the session bus: watcher and host in one. It answers on a thread
@@ -37,7 +35,7 @@ private:
     [[nodiscard]] QVariant property(const char* name) const;
 
     QThread m_thread;
-    std::unique_ptr<Watcher> m_watcher; ///< lives on the thread
+    Watcher* m_watcher; ///< lives on the thread, and goes with it
 };
 
 } // namespace velmora::test

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/status_item.h"
+#include "support/desktop/wait_until.h"
+
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+namespace velmora::test {
+
+/// A tray that embeds windows, at the top right of the screen.
+class EmbeddingTray {
+public:
+    EmbeddingTray() = default;
+    ~EmbeddingTray() { stop(); }
+    EmbeddingTray(const EmbeddingTray&) = delete;
+    EmbeddingTray& operator=(const EmbeddingTray&) = delete;
+
+    void start() {
+        m_process.start(QStringLiteral("trayer"),
+                        {QStringLiteral("--edge"), QStringLiteral("top"), QStringLiteral("--align"),
+                         QStringLiteral("right"), QStringLiteral("--widthtype"), QStringLiteral("request"),
+                         QStringLiteral("--height"), QStringLiteral("24")});
+        EXPECT_TRUE(m_process.waitForStarted());
+    }
+    void stop() {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+    /// Whether the item comes to lie in the tray.
+    [[nodiscard]] static bool takes(const StatusItem& item) {
+        return waitUntil([&item] {
+            const QRect place = item.frame().value_or(QRect());
+            return item.isShown() && place.width() > 8 && place.y() < 30 && place.x() > 600;
+        });
+    }
+
+private:
+    QProcess m_process;
+};
+
+} // namespace velmora::test
