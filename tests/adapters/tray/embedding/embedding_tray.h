@@ -1,9 +1,12 @@
 #pragma once
 
 #include "platform/status_item.h"
+#include "pointer_hand.h"
 #include "support/desktop/wait_until.h"
 
+#include <QGuiApplication>
 #include <QProcess>
+#include <QScreen>
 
 #include <gtest/gtest.h>
 
@@ -28,11 +31,14 @@ public:
         m_process.kill();
         m_process.waitForFinished();
     }
-    /// Whether the item comes to lie in the tray.
+    /// Whether the item comes to lie in the tray, where it can be clicked.
     [[nodiscard]] static bool takes(const StatusItem& item) {
-        return waitUntil([&item] {
+        const PointerHand hand;
+        const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        return waitUntil([&] {
             const QRect place = item.frame().value_or(QRect());
-            return item.isShown() && place.width() > 8 && place.y() < 30 && place.x() > 600;
+            return place.width() > 8 && place.y() < 30 && place.x() > 600 && screen.contains(place) &&
+                   hand.meetsOurs(place.center());
         });
     }
 

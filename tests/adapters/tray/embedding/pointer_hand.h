@@ -3,6 +3,7 @@
 #include "platform/linux/x11_connection.h"
 
 #include <QPoint>
+#include <QWindow>
 
 #include <xcb/xtest.h>
 
@@ -23,6 +24,28 @@ public:
         fake(XCB_BUTTON_PRESS, button);
         fake(XCB_BUTTON_RELEASE, button);
         xcb_flush(x);
+    }
+
+    /// The innermost window there.
+    [[nodiscard]] xcb_window_t windowAt(const QPoint& place) const {
+        xcb_connection_t* x = m_connection.get();
+        for (xcb_window_t window = m_connection.root();;) {
+            const XcbReply<xcb_translate_coordinates_reply_t> reply(xcb_translate_coordinates_reply(
+                x,
+                xcb_translate_coordinates(x, m_connection.root(), window, static_cast<int16_t>(place.x()),
+                                          static_cast<int16_t>(place.y())),
+                nullptr));
+            if (!reply || reply->child == XCB_WINDOW_NONE)
+                return window;
+            window = reply->child;
+        }
+    }
+    /// Whether one of this program's own windows is what a click there would meet.
+    [[nodiscard]] bool meetsOurs(const QPoint& place) const {
+        QWindow own;
+        own.create();
+        return m_connection.clientOf(windowAt(place)) ==
+               m_connection.clientOf(static_cast<xcb_window_t>(own.winId()));
     }
 
 private:
