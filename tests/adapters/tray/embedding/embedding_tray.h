@@ -31,14 +31,18 @@ public:
         m_process.kill();
         m_process.waitForFinished();
     }
-    /// Whether the item comes to lie in the tray, where it can be clicked.
+    /// Whether the item comes to lie in the tray, at rest, where it can be clicked.
     [[nodiscard]] static bool takes(const StatusItem& item) {
         const PointerHand hand;
         const QRect screen = QGuiApplication::primaryScreen()->geometry();
+        QRect before;
+        int looks = 0; // that found it where the one before did
         return waitUntil([&] {
             const QRect place = item.frame().value_or(QRect());
-            return place.width() > 8 && place.y() < 30 && place.x() > 600 && screen.contains(place) &&
-                   hand.meetsOurs(place.center());
+            const bool inside = place.width() > 8 && place.y() < 30 && place.x() > 600 &&
+                                screen.contains(place) && hand.meetsOurs(place.center());
+            looks = inside && std::exchange(before, place) == place ? looks + 1 : 0;
+            return looks == 10;
         });
     }
 
