@@ -1,17 +1,88 @@
 #include "gallery/menu_bar_views.h"
 
+#include "gallery/gallery_hands.h"
+#include "gallery/gallery_world.h"
+#include "ui/kit/accent_theme.h"
+#include "ui/menu_bar/menu_bar_icon_painter.h"
+#include "ui/menu_bar/menu_bar_popover_model.h"
+
+#include <QBuffer>
+
 namespace velmora::test {
+namespace {
+
+QString dataUrl(const QImage& image) {
+    QBuffer png;
+    png.open(QIODevice::WriteOnly);
+    image.save(&png, "PNG");
+    return QStringLiteral("data:image/png;base64,") + QString::fromLatin1(png.data().toBase64());
+}
+
+QVariantMap icon(const MenuBarIconPainter& painter, const char* name, MenuBarIconMode mode,
+                 const BrandBars& bars) {
+    return {{QStringLiteral("name"), QLatin1String(name)},
+            {QStringLiteral("22"), dataUrl(painter.paint(mode, bars, 1))},
+            {QStringLiteral("44"), dataUrl(painter.paint(mode, bars, 2))}};
+}
+
+GalleryView icons() {
+    return {.name = QStringLiteral("menu-icons"),
+            .module = "Gallery",
+            .type = "TrayIconSheet",
+            .size = {},
+            .prepare = [](GalleryWorld& world) -> QVariantMap {
+                const MenuBarIconPainter painter(
+                    accentColor(accentThemeFromName(world.settings.themeColor())));
+                const std::vector<float> levels{0.1F, 0.5F, 0.3F, 0.62F, 0.4F, 0.55F, 0.2F};
+                return {{QStringLiteral("icons"),
+                         QVariantList{
+                             icon(painter, "idle", MenuBarIconMode::Idle, restingBrandBars),
+                             icon(painter, "recording", MenuBarIconMode::Recording, voiceBars(levels)),
+                             icon(painter, "processing", MenuBarIconMode::Processing, waveBars(0.8)),
+                             icon(painter, "error", MenuBarIconMode::Error, restingBrandBars),
+                         }}};
+            }};
+}
+
+GalleryView popup(const char* name, const MenuBarPopoverModel::Snapshot& snapshot) {
+    return {.name = QLatin1String(name),
+            .module = "MenuBar",
+            .type = "MenuBarPopoverView",
+            .size = {},
+            .prepare = [snapshot](GalleryWorld& world) -> QVariantMap {
+                auto* popover = new MenuBarPopoverModel(snapshot, world.stage());
+                return {{QStringLiteral("popover"), QVariant::fromValue(popover)}};
+            }};
+}
+
+GalleryView ready(const char* name, const QString& keyLabel, const QString& note = {}) {
+    return popup(name, {keyLabel, note, true, true, true});
+}
+
+GalleryView worked() {
+    GalleryView view = ready("menu-popup-worked", QStringLiteral("Right ⌥"));
+    view.arrange = [](QQuickItem& root) {
+        QMetaObject::invokeMethod(&root, "moveFocus", Q_ARG(QVariant, false));
+        for (QQuickItem* row : root.findChildren<QQuickItem*>())
+            if (row->property("label") == QStringLiteral("Настройки"))
+                hover(*row);
+    };
+    return view;
+}
+
+} // namespace
 
 std::vector<GalleryView> menuBarViews() {
     return {
-        {.name = QStringLiteral("menu-row"),
-         .module = "MenuBar",
-         .type = "MenuItemRow",
-         .size = {},
-         .prepare =
-             [](GalleryWorld&) {
-                 return QVariantMap{{QStringLiteral("label"), QStringLiteral("История")}};
-             }},
+        icons(),
+        ready("menu-popup-record", QStringLiteral("Fn"), QStringLiteral("Fn здесь — правый Ctrl")),
+        ready("menu-popup-option", QStringLiteral("Right ⌥")),
+        ready("menu-popup-unnamed-key", QStringLiteral("?")),
+        ready("menu-popup-long-key", QStringLiteral("⌃⌥⇧⌘ Scroll Lock")),
+        worked(),
+        popup("menu-popup-input-monitoring", {}),
+        popup("menu-popup-accessibility", {.hotkeyActive = true, .inputMonitoringGranted = true}),
+        popup("menu-popup-restart", {.inputMonitoringGranted = true, .accessibilityGranted = true}),
     };
 }
 

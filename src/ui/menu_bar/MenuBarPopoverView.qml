@@ -12,7 +12,7 @@ FocusScope {
     readonly property alias cornerRadius: card.radius
 
     implicitWidth: 320
-    implicitHeight: column.height + 12
+    implicitHeight: rows.y + rows.height + 6
     focus: true
 
     Accessible.role: Accessible.PopupMenu
@@ -44,17 +44,21 @@ FocusScope {
         borderColor: VTheme.dark ? Qt.rgba(1, 1, 1, 0.08) : Qt.alpha(VTheme.text, 0.06)
         borderWidth: 0.5
     }
-    Column {
-        id: column
+    Loader {
+        id: head
 
         x: 6
         y: 6
         width: view.width - 12
+        sourceComponent: view.popover.canRecord ? recordRow : warningRow
+    }
+    Column {
+        id: rows
 
-        Loader {
-            width: parent.width
-            sourceComponent: view.popover.canRecord ? recordRow : warningRow
-        }
+        x: 6
+        y: head.y + head.height
+        width: head.width
+
         Repeater {
             model: view.popover.rows
 
@@ -63,7 +67,7 @@ FocusScope {
 
                 required property var modelData
 
-                width: column.width
+                width: rows.width
 
                 Item {
                     visible: entry.modelData.separated

@@ -1,11 +1,13 @@
 import QtQuick
 import Velmora.Kit
 
-/// The popup's first row: something round or square, a title over hints, and something at the end.
+/// The popup's first row: a badge, a title over hints, and something at the end. Its height follows its texts at once, so
+/// that the popup knows its size before it is shown.
 PopoverButton {
     id: head
 
-    property alias badge: badgeSlot.data
+    default property alias badge: badgeSlot.data
+    required property real badgeSize
     property alias end: endSlot.data
     required property string title
     property real titleSize: 13
@@ -23,18 +25,20 @@ PopoverButton {
             id: badgeSlot
 
             anchors.verticalCenter: parent.verticalCenter
-            width: childrenRect.width
-            height: childrenRect.height
+            width: head.badgeSize
+            height: head.badgeSize
         }
-        Column {
+        Item {
             id: texts
 
             anchors.verticalCenter: parent.verticalCenter
-            x: badgeSlot.width + 10
+            x: head.badgeSize + 10
             width: endSlot.x - x - 8
-            spacing: 1
+            height: Math.ceil(head.note ? noteText.y + noteText.height : hintText.y + hintText.height)
 
             Text {
+                id: titleText
+
                 width: parent.width
                 text: head.title
                 elide: Text.ElideRight
@@ -42,6 +46,10 @@ PopoverButton {
                 font: VFont.display(head.titleSize, VFont.Semibold)
             }
             Text {
+                id: hintText
+
+                anchors.top: titleText.bottom
+                anchors.topMargin: 1
                 width: parent.width
                 text: head.hint
                 wrapMode: Text.WordWrap
@@ -49,8 +57,12 @@ PopoverButton {
                 font: VFont.display(head.hintSize)
             }
             Text {
+                id: noteText
+
+                anchors.top: hintText.bottom
+                anchors.topMargin: 1
                 width: parent.width
-                visible: text
+                visible: text !== ""
                 text: head.note
                 wrapMode: Text.WordWrap
                 color: head.theme.textDim

@@ -8,33 +8,10 @@ PopoverHead {
     required property string keyLabel
 
     title: "Записать"
+    badgeSize: 32
     tooltip: keyText.truncated ? keyLabel : ""
     Accessible.description: keyLabel + ": " + (note ? hint + ". " + note : hint)
 
-    badge: [
-        VShadow {
-            target: disc
-            color: Qt.alpha(row.theme.accent, 0.3)
-            radius: 10
-            offsetY: 2
-            cornerRadius: 16
-        },
-        VRoundedRect {
-            id: disc
-
-            width: 32
-            height: 32
-            radius: 16
-            color: row.theme.accent
-
-            VIconView {
-                anchors.centerIn: parent
-                icon: VIcon.micFill
-                size: 16
-                color: row.theme.onAccent
-            }
-        }
-    ]
     end: VKeyCap {
         id: cap
 
@@ -49,6 +26,28 @@ PopoverHead {
             elide: Text.ElideRight
             color: cap.ink
             font: VFont.mono(cap.fontSize, VFont.Medium)
+        }
+    }
+
+    VShadow {
+        target: disc
+        color: Qt.alpha(row.theme.accent, 0.3)
+        radius: 10
+        offsetY: 2
+        cornerRadius: disc.radius
+    }
+    VRoundedRect {
+        id: disc
+
+        anchors.fill: parent
+        radius: width / 2
+        color: row.theme.accent
+
+        VIconView {
+            anchors.centerIn: parent
+            icon: VIcon.micFill
+            size: 16
+            color: row.theme.onAccent
         }
     }
 }

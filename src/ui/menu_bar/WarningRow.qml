@@ -9,9 +9,15 @@ PopoverHead {
     titleSize: 12.5
     hintSize: 10.5
 
-    badge: VRoundedRect {
-        width: 28
-        height: 28
+    badgeSize: 28
+    end: VIconView {
+        icon: VIcon.chevRight
+        size: 12
+        color: row.theme.textDim
+    }
+
+    VRoundedRect {
+        anchors.fill: parent
         radius: 8
         color: Qt.alpha(row.theme.amber, 0.16)
 
@@ -21,10 +27,5 @@ PopoverHead {
             size: 13
             color: row.theme.amber
         }
-    }
-    end: VIconView {
-        icon: VIcon.chevRight
-        size: 12
-        color: row.theme.textDim
     }
 }

@@ -4,8 +4,6 @@
 
 #include <QImage>
 
-class QPainter;
-
 namespace velmora {
 
 /// Draws the tray icon: the mark in a square, its glow around it, and in trouble a badge on it.
@@ -13,7 +11,6 @@ class MenuBarIconPainter {
 public:
     /// Trays are made for squares of this size.
     static constexpr int side = 22;
-    static constexpr double markSize = 18;
 
     explicit MenuBarIconPainter(const QColor& accent)
         : m_accent(accent) {}
@@ -22,8 +19,6 @@ public:
     [[nodiscard]] QImage paint(MenuBarIconMode mode, const BrandBars& bars, double devicePixelRatio) const;
 
 private:
-    static void paintGlow(QPainter& painter, const IconGlow& glow, double devicePixelRatio);
-    static void paintBadge(QPainter& painter);
 
     QColor m_accent;
 };

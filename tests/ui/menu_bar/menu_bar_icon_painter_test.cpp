@@ -48,8 +48,14 @@ TEST(MenuBarIconPainter, Processing_GlowsInTheAccent) {
 TEST(MenuBarIconPainter, Error_HasARedBadgeWithAWhiteSign) {
     const QImage image = paint(MenuBarIconMode::Error);
     EXPECT_EQ(image.pixelColor(8, 11), QColor(0xFF, 0x3B, 0x30));
-    EXPECT_EQ(image.pixelColor(10, 10), QColor(Qt::white));
-    EXPECT_EQ(image.pixelColor(11, 10), QColor(Qt::white));
+    EXPECT_EQ(image.pixelColor(11, 9), QColor(Qt::white));
+    EXPECT_EQ(image.pixelColor(4, 11), paint(MenuBarIconMode::Idle).pixelColor(4, 11)); // no bar sticks out
+}
+
+TEST(MenuBarIconPainter, SmallPicture_HasBarsOfWholePixels) {
+    const QImage image = paint(MenuBarIconMode::Idle);
+    for (int x = 5; x <= 17; ++x)
+        EXPECT_EQ(image.pixelColor(x, 11).lightness() < 40, x % 2 == 1) << x;
 }
 
 TEST(MenuBarIconPainter, TallerBars_DarkenMoreOfTheMark) {
