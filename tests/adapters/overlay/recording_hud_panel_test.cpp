@@ -4,6 +4,7 @@
 #include "support/dictation_on_fakes.h"
 #include "support/fake_color_scheme.h"
 #include "support/fake_compositing.h"
+#include "support/fake_screens.h"
 #include "ui/hud/recording_hud_panel.h"
 #include "ui/kit/v_theme.h"
 #include "ui/qml_engine.h"
@@ -19,14 +20,6 @@ using namespace velmora;
 using namespace velmora::test;
 
 namespace {
-
-class FakeScreens final : public Screens {
-public:
-    [[nodiscard]] std::optional<ScreenArea> mainScreen() override { return screen; }
-    [[nodiscard]] std::optional<ScreenArea> screenAt(const QPoint&) override { return screen; }
-
-    std::optional<ScreenArea> screen = ScreenArea{{0, 0, 1280, 800}, {0, 30, 1280, 770}, 0};
-};
 
 class RecordingHUDPanelTest : public testing::Test {
 protected:
@@ -78,7 +71,7 @@ protected:
 
 TEST_F(RecordingHUDPanelTest, FreshInstallation_IsMediumAtTheTopAndHoldsTheSmallCapsule) {
     showPanel();
-    EXPECT_EQ(geometryOf(x, window()), QRect(400, 22, 480, 66));
+    EXPECT_EQ(geometryOf(x, window()), QRect(400, 16, 480, 66));
     EXPECT_EQ(panel->rootObject()->property("capsuleRect").toRectF().height(), 28);
     EXPECT_EQ(panel->rootObject()->property("capsuleRect").toRectF().center(), QPointF(240, 33));
 }
@@ -87,12 +80,12 @@ TEST_F(RecordingHUDPanelTest, PositionAndSizeChanged_TakeEffectWithTheNextState)
     showPanel();
     dictation.settings.setHudPosition(QStringLiteral("bottom"));
     dictation.settings.setHudSize(QStringLiteral("large"));
-    EXPECT_EQ(geometryOf(x, window()), QRect(400, 22, 480, 66));
+    EXPECT_EQ(geometryOf(x, window()), QRect(400, 16, 480, 66));
     bringToFront();
     EXPECT_TRUE(waitUntil([&] { return geometryOf(x, window()) == QRect(400, 718, 480, 76); }));
     dictation.settings.setHudPosition(QStringLiteral("top"));
     bringToFront();
-    EXPECT_TRUE(waitUntil([&] { return geometryOf(x, window()) == QRect(400, 22, 480, 76); }));
+    EXPECT_TRUE(waitUntil([&] { return geometryOf(x, window()) == QRect(400, 16, 480, 76); }));
 }
 
 TEST_F(RecordingHUDPanelTest, NoScreen_KeepsItsFrame) {
@@ -100,7 +93,7 @@ TEST_F(RecordingHUDPanelTest, NoScreen_KeepsItsFrame) {
     screens.screen.reset();
     dictation.settings.setHudPosition(QStringLiteral("bottom"));
     bringToFront();
-    EXPECT_EQ(geometryOf(x, window()), QRect(400, 22, 480, 66));
+    EXPECT_EQ(geometryOf(x, window()), QRect(400, 16, 480, 66));
 }
 
 TEST_F(RecordingHUDPanelTest, ShownAndShownAgain_TheFocusStaysWhereItWas) {
@@ -171,5 +164,5 @@ TEST_F(RecordingHUDPanelTest, Prewarmed_NothingIsShownAndTheNextPanelIsAsAlways)
                                compositing);
     EXPECT_TRUE(QGuiApplication::topLevelWindows().isEmpty());
     showPanel();
-    EXPECT_EQ(geometryOf(x, window()), QRect(400, 22, 480, 66));
+    EXPECT_EQ(geometryOf(x, window()), QRect(400, 16, 480, 66));
 }
