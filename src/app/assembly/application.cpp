@@ -1,6 +1,7 @@
 #include "app/assembly/application.h"
 
 #include "backend/backend_url.h"
+#include "platform/linux/detached_process.h"
 
 #include <QGuiApplication>
 #include <QStandardPaths>
@@ -16,6 +17,9 @@ QString recordingsFolder() {
 
 } // namespace
 
+Application::Application()
+    : Application(Setup{}) {}
+
 Application::Application(const Setup& setup)
     : m_info(setup.info)
     , m_defaults(setup.defaultsPath)
@@ -28,6 +32,15 @@ Application::Application(const Setup& setup)
     , m_pasteQueue(X11PasteQueue::open(m_loop, {}))
     , m_injector(m_loop, pasteboard(), keyPoster())
     , m_signIn(m_authStore, m_workspace, landingURL(m_info))
+    , m_relauncher({
+          .loop = m_loop,
+          .executable = QCoreApplication::applicationFilePath(),
+          .processId = QCoreApplication::applicationPid(),
+          .start = startDetached,
+          .dismissModalUIThen =
+              [this](std::function<void()> then) { m_delegate.dismissModalUIThen(std::move(then)); },
+          .terminate = [] { QCoreApplication::quit(); },
+      })
     , m_windows({
           .engine = m_uiEngine,
           .loop = m_loop,
@@ -78,6 +91,9 @@ Application::Application(const Setup& setup)
                          m_delegate.handleAppBecameActive();
                          m_screenRecordingMonitor.applicationBecameActive();
                      });
+    // A sound server may come up after the program.
+    QObject::connect(&m_devices, &PulseDevices::changed, &m_delegate,
+                     [this] { m_delegate.devicesChanged(); });
 }
 
 Pasteboard& Application::pasteboard() {
