@@ -24,6 +24,8 @@ StatusNotifierWatch::StatusNotifierWatch(QObject* parent)
         bus.connect(service, path, service, QLatin1String(signal), this, SLOT(ask()));
     if (bus.isConnected())
         ask();
+    else
+        m_isThere = false;
 }
 
 void StatusNotifierWatch::ask() {

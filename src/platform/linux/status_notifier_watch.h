@@ -3,6 +3,8 @@
 #include <QDBusServiceWatcher>
 #include <QObject>
 
+#include <optional>
+
 namespace velmora {
 
 /// Whether the session has a tray that takes icons over D-Bus: a StatusNotifierItem watcher with at least one
@@ -13,9 +15,12 @@ class StatusNotifierWatch final : public QObject {
 public:
     explicit StatusNotifierWatch(QObject* parent = nullptr);
 
-    [[nodiscard]] bool isThere() const { return m_isThere; }
+    [[nodiscard]] bool isThere() const { return m_isThere.value_or(false); }
+    /// False until the session has answered for the first time.
+    [[nodiscard]] bool isKnown() const { return m_isThere.has_value(); }
 
 Q_SIGNALS:
+    /// Also when it has become known.
     void changed();
 
 private Q_SLOTS:
@@ -25,7 +30,7 @@ private:
     void set(bool there);
 
     QDBusServiceWatcher m_watcher;
-    bool m_isThere = false;
+    std::optional<bool> m_isThere;
 };
 
 } // namespace velmora

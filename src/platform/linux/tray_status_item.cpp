@@ -38,8 +38,10 @@ void TrayStatusItem::follow() {
 }
 
 // Qt looks for a StatusNotifierItem host when it makes the first icon, and never again. So there is no icon
-// before there is a tray, and afterwards only trays of the first one's kind count.
+// before we know of a tray, and afterwards only trays of the first one's kind count.
 bool TrayStatusItem::isTrayThere() {
+    if (!m_notifier.isKnown())
+        return false;
     const bool notifier = m_notifier.isThere();
     const bool xembed = m_xembed && m_xembed->isThere();
     if (!m_kind && notifier)

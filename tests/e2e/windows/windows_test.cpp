@@ -125,12 +125,12 @@ TEST_F(WindowsTest, Dictating_CapsuleLiesOverTheEditorWhichKeepsTheFocus) {
     const QImage before = screenshot();
     session.keyboard().press(key::rightControl);
     ASSERT_TRUE(DictationSession::isRecording());
-    // The capsule is the one thing of this colour: nearly black, in the middle near the bottom edge.
+    // The capsule is the one thing of this colour: nearly black, in the middle near the top edge.
     const auto capsuleShows = [&] {
         const QImage now = screenshot();
         int dark = 0;
         for (int x = now.width() / 2 - 60; x < now.width() / 2 + 60; ++x) {
-            for (int y = now.height() - 70; y < now.height(); ++y)
+            for (int y = 0; y < 70; ++y)
                 dark += qGray(now.pixel(x, y)) < 60 && now.pixel(x, y) != before.pixel(x, y);
         }
         return dark > 500;
