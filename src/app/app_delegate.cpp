@@ -166,7 +166,7 @@ void AppDelegate::watchInputMonitoring() {
 
 void AppDelegate::prewarmWindows() {
     m_prewarmTimer = m_loop.after(prewarmDelay, [this] {
-        m_windows.prewarm();
+        m_windows.prewarm(m_pipeline);
         m_menuBar->prewarm();
     });
 }

@@ -33,7 +33,7 @@ public:
 
     [[nodiscard]] std::unique_ptr<HudPanel> makeHud(PipelineCoordinator& pipeline) override;
     [[nodiscard]] std::unique_ptr<AppWindow> makeMainWindow(PermissionManager& permissions) override;
-    void prewarm() override;
+    void prewarm(PipelineCoordinator& pipeline) override;
 
 private:
     const Neighbours m_neighbours;
