@@ -25,7 +25,8 @@ constexpr qreal glowReduction = 4; // so soft a light keeps nothing that a quart
 constexpr qreal shadowRadius = 16;
 constexpr qreal shadowOffset = 10;
 constexpr qreal shadowOpacity = 0.45;
-constexpr qreal edgeFade = 12;
+constexpr qreal edgeFade = 16; // at the top and the bottom
+constexpr qreal sideFade = 12;
 
 // The light as a small image; `opacities` are those of the gradient's even stops.
 QImage glowImage(const Glow& glow, const QColor& accent, const std::vector<qreal>& opacities) {
@@ -48,6 +49,19 @@ QImage glowImage(const Glow& glow, const QColor& accent, const std::vector<qreal
     }
     return tinted(blurredAlpha(alpha, glow.blur / glowReduction),
                   withOpacity(accent, opacities.front() * glowOpacity));
+}
+
+// From nothing to all over the first share of the way, and back over the last.
+QLinearGradient fade(const QPointF& way, qreal share) {
+    QLinearGradient gradient(QPointF(), way);
+    constexpr int steps = 8;
+    for (int i = 0; i <= steps; ++i) {
+        const qreal along = static_cast<qreal>(i) / steps;
+        const QColor kept = withOpacity(Qt::black, along * along * (3 - 2 * along));
+        gradient.setColorAt(along * std::min(share, 0.5), kept);
+        gradient.setColorAt(1 - along * std::min(share, 0.5), kept);
+    }
+    return gradient;
 }
 
 } // namespace
@@ -100,17 +114,9 @@ void CapsuleBackdrop::paintShadow(QPainter& painter, qreal scale) const {
 }
 
 void CapsuleBackdrop::fadeEdges(QPainter& painter) const {
-    QLinearGradient fade(0, 0, 0, height());
-    const qreal share = std::min(edgeFade / std::max(height(), 1.0), 0.5);
-    constexpr int steps = 8;
-    for (int i = 0; i <= steps; ++i) {
-        const qreal along = static_cast<qreal>(i) / steps;
-        const QColor kept = withOpacity(Qt::black, along * along * (3 - 2 * along));
-        fade.setColorAt(along * share, kept);
-        fade.setColorAt(1 - along * share, kept);
-    }
     painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-    painter.fillRect(boundingRect(), fade);
+    painter.fillRect(boundingRect(), fade({width(), 0}, sideFade / std::max(width(), 1.0)));
+    painter.fillRect(boundingRect(), fade({0, height()}, edgeFade / std::max(height(), 1.0)));
 }
 
 } // namespace velmora
