@@ -2,14 +2,14 @@
 # from Debian, configure, build and go.
 
 .DEFAULT_GOAL := help
-.PHONY: help build run test bench demo format tidy install deb clean
+.PHONY: help build run test bench demo screenshots format tidy install deb clean
 
 PREFIX ?= /usr/local
 
 sources = $(shell find src server tests -name '*.h' -o -name '*.cpp')
 
 help: ## This list
-	@sed -n 's/^\([a-z]*\):.*## /  make \1\t/p' Makefile | expand -t 16
+	@sed -n 's/^\([a-z]*\):.*## /  make \1\t/p' Makefile | expand -t 20
 
 build: ## Build the application, the embedded backend and the tests (build/)
 	@scripts/packages install build view test
@@ -36,6 +36,11 @@ demo: ## Speak a sentence into an editor on a virtual desktop: make demo SAY="op
 	@scripts/packages install build view test run
 	@scripts/build release
 	@scripts/demo
+
+screenshots: ## Draw every view, dark and light: build/screenshots/
+	@scripts/packages install build view test
+	@scripts/build release velmora-gallery
+	@scripts/screenshots
 
 format: ## Lay out the sources as .clang-format says
 	@scripts/packages install tidy

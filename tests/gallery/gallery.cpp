@@ -91,6 +91,7 @@ QImage draw(const GalleryView& view, bool dark, QQuickItem& item) {
     window.requestActivate();
     if (!QTest::qWaitForWindowActive(&window))
         throw PlainError(view.name + QStringLiteral(": the window did not come up"));
+    QTest::mouseMove(&window, QPoint(1, 1)); // away from where the last picture has left it
     animations.advanceBy(std::chrono::seconds(1));
     view.arrange(item);
     animations.advanceBy(std::chrono::seconds(1));

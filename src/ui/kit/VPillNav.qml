@@ -15,7 +15,7 @@ Flow {
 
     spacing: 4
 
-    Accessible.role: Accessible.PageTabList
+    Accessible.role: Accessible.Grouping
 
     VChoice {
         id: choices
@@ -39,9 +39,6 @@ Flow {
             radius: 15
             leftPadding: 12
             rightPadding: 12
-
-            Accessible.role: Accessible.PageTab
-            Accessible.selected: chosen
 
             contentItem: Row {
                 spacing: 6

@@ -18,10 +18,9 @@ T.AbstractButton {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.45
 
-    Accessible.role: Accessible.Button
     Accessible.name: text
-    Keys.onEnterPressed: click()
-    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: clicked()
+    Keys.onReturnPressed: clicked()
 
     background: VWash {
         dark: button.dark

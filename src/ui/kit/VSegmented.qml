@@ -49,7 +49,6 @@ VRoundedRect {
                 radius: 6
                 leftPadding: 12
                 rightPadding: 12
-                opacity: 1
 
                 contentItem: Text {
                     text: segment.text

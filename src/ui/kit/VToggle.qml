@@ -4,14 +4,20 @@ import Velmora.Kit
 
 /// A switch. `toggled` says that the user flipped it.
 T.Switch {
-    id: toggle
+    id: control
 
-    property alias on: toggle.checked
+    property alias on: control.checked
     property bool dark: VTheme.dark
     property string label
 
     readonly property VTheme theme: VTheme.scheme(dark)
     readonly property int flipDuration: 180
+
+    function flip() {
+        toggle();
+        toggled();
+        clicked();
+    }
 
     implicitWidth: 38
     implicitHeight: 22
@@ -19,17 +25,17 @@ T.Switch {
     opacity: enabled ? 1 : 0.45
 
     Accessible.name: label
-    Keys.onEnterPressed: click()
-    Keys.onReturnPressed: click()
+    Keys.onEnterPressed: flip()
+    Keys.onReturnPressed: flip()
 
     indicator: VRoundedRect {
-        width: toggle.width
-        height: toggle.height
+        width: control.width
+        height: control.height
         radius: height / 2
-        color: toggle.on ? toggle.theme.accent : toggle.theme.hairlineStrong
+        color: control.on ? control.theme.accent : control.theme.hairlineStrong
 
         Behavior on color {
-            ColorAnimation { duration: toggle.flipDuration; easing.type: Easing.InOutQuad }
+            ColorAnimation { duration: control.flipDuration; easing.type: Easing.InOutQuad }
         }
 
         VShadow {
@@ -42,7 +48,8 @@ T.Switch {
         VRoundedRect {
             id: knob
 
-            x: 2 + toggle.visualPosition * (toggle.width - width - 4)
+            objectName: "knob"
+            x: 2 + control.visualPosition * (control.width - width - 4)
             y: 2
             width: 18
             height: 18
@@ -50,15 +57,15 @@ T.Switch {
             color: "white"
 
             Behavior on x {
-                enabled: !toggle.pressed
-                NumberAnimation { duration: toggle.flipDuration; easing.type: Easing.InOutQuad }
+                enabled: !control.pressed
+                NumberAnimation { duration: control.flipDuration; easing.type: Easing.InOutQuad }
             }
         }
     }
 
     VFocusRing {
-        dark: toggle.dark
-        corner: toggle.height / 2
-        shown: toggle.visualFocus
+        dark: control.dark
+        corner: control.height / 2
+        shown: control.visualFocus
     }
 }

@@ -52,6 +52,44 @@ TEST_F(VThemeTest, SameSchemeAnnounced_IsNoChange) {
     EXPECT_TRUE(changes.isEmpty());
 }
 
+TEST(ThemeTokens, EitherScheme_IsAsDesigned) {
+    const QColor lime = accentColor(AccentTheme::Lime);
+    const ThemeTokens dark = themeTokens(true, lime);
+    const ThemeTokens light = themeTokens(false, lime);
+    const auto ink = [](int red, int green, int blue, double opacity) {
+        return withOpacity(QColor(red, green, blue), opacity);
+    };
+    struct Row {
+        const char* name;
+        QColor ThemeTokens::*token;
+        QColor dark;
+        QColor light;
+    };
+    const std::array rows{
+        Row{"windowBg", &ThemeTokens::windowBg, ink(14, 18, 20, 0.85), ink(255, 255, 255, 0.85)},
+        Row{"surface", &ThemeTokens::surface, ink(255, 255, 255, 0.03), ink(0, 0, 0, 0.03)},
+        Row{"cardBg", &ThemeTokens::cardBg, ink(255, 255, 255, 0.04), ink(255, 255, 255, 0.92)},
+        Row{"inputBg", &ThemeTokens::inputBg, ink(255, 255, 255, 0.05), ink(255, 255, 255, 0.95)},
+        Row{"text", &ThemeTokens::text, ink(255, 255, 255, 0.94), ink(10, 18, 19, 1)},
+        Row{"textMuted", &ThemeTokens::textMuted, ink(255, 255, 255, 0.58), ink(10, 18, 19, 0.58)},
+        Row{"textDim", &ThemeTokens::textDim, ink(255, 255, 255, 0.34), ink(10, 18, 19, 0.34)},
+        Row{"hairline", &ThemeTokens::hairline, ink(255, 255, 255, 0.07), ink(10, 18, 19, 0.07)},
+        Row{"hairlineStrong", &ThemeTokens::hairlineStrong, ink(255, 255, 255, 0.12), ink(10, 18, 19, 0.12)},
+        Row{"accent", &ThemeTokens::accent, lime, lime},
+        Row{"accentSoft", &ThemeTokens::accentSoft, withOpacity(lime, 0.16), withOpacity(lime, 0.16)},
+        Row{"onAccent", &ThemeTokens::onAccent, ink(0, 0, 0, 1), ink(0, 0, 0, 1)},
+        Row{"red", &ThemeTokens::red, ink(0xFF, 0x6B, 0x6B, 1), ink(0xE5, 0x48, 0x4D, 1)},
+        Row{"green", &ThemeTokens::green, ink(0x66, 0xD9, 0xC0, 1), ink(0x10, 0xB9, 0x81, 1)},
+        Row{"amber", &ThemeTokens::amber, ink(0xF3, 0xC9, 0x69, 1), ink(0xD9, 0x77, 0x06, 1)},
+        Row{"brandGradientEnd", &ThemeTokens::brandGradientEnd, withOpacity(lime, 0.78),
+            withOpacity(lime, 0.78)},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(dark.*row.token, row.dark) << row.name;
+        EXPECT_EQ(light.*row.token, row.light) << row.name;
+    }
+}
+
 TEST(ThemeTokens, StrongGradient_RaisesEachComponentByATenthUpToOne) {
     const QColor end = themeTokens(true, QColor(250, 100, 0)).brandGradientStrongEnd;
     EXPECT_EQ(end.red(), 255);

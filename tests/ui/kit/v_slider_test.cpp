@@ -1,0 +1,48 @@
+#include "kit_fixture.h"
+
+using namespace velmora::test;
+
+namespace {
+
+class VSliderTest : public KitTest {
+protected:
+    [[nodiscard]] QQuickItem* slider() const { return host.find(QStringLiteral("Длительность")); }
+    [[nodiscard]] double value() const { return slider()->property("value").toDouble(); }
+};
+
+} // namespace
+
+TEST_F(VSliderTest, Arrows_MoveByItsStep) {
+    showControls("VSlider { label: 'Длительность'; to: 10; stepSize: 2; value: 4; onMoved: page.count++ }");
+    host.press(Qt::Key_Tab);
+    host.press(Qt::Key_Right);
+    EXPECT_EQ(value(), 6);
+    host.press(Qt::Key_Left);
+    host.press(Qt::Key_Left);
+    EXPECT_EQ(value(), 2);
+    EXPECT_EQ(count(), 3);
+}
+
+TEST_F(VSliderTest, PressInTheMiddle_IsTheMiddleValue) {
+    showControls("VSlider { label: 'Длительность' }");
+    host.click(slider());
+    EXPECT_NEAR(value(), 0.5, 0.01);
+}
+
+TEST_F(VSliderTest, ReadAloud_IsASliderWithItsName) {
+    showControls("VSlider { label: 'Длительность' }");
+    EXPECT_EQ(accessibleRole(slider()), QAccessible::Slider);
+}
+
+TEST_F(VSliderTest, Value_FillsTheTrackUpToIt) {
+    showControls("VSlider { label: 'Длительность'; width: 200; value: 0.5 }");
+    const QImage picture = host.grab();
+    EXPECT_EQ(picture.pixelColor(50, 11), host.theme.accent());
+    EXPECT_NE(picture.pixelColor(150, 11), host.theme.accent());
+}
+
+TEST_F(VSliderTest, Disabled_StaysAsItIs) {
+    showControls("VSlider { label: 'Длительность'; enabled: false }");
+    host.click(slider());
+    EXPECT_EQ(value(), 0);
+}
