@@ -48,10 +48,20 @@ QImage screenshot() {
                {QStringLiteral("-window"), QStringLiteral("root"), QStringLiteral("png:-")}));
 }
 
-QString activeTitle() {
+/// A property of the window that has the focus.
+QByteArray ofActiveWindow(const char* property) {
     X11Connection x;
     const xcb_window_t window = x.property32(x.root(), x.atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW);
-    return QString::fromUtf8(x.property(window, x.atom("_NET_WM_NAME")));
+    return x.property(window, x.atom(property));
+}
+
+QString activeTitle() {
+    return QString::fromUtf8(ofActiveWindow("_NET_WM_NAME"));
+}
+
+/// Waits until one of the program's windows has the focus.
+bool hasFocus() {
+    return waitUntil([] { return ofActiveWindow("WM_CLASS").startsWith("velmora"); });
 }
 
 /// The titles of what a task bar would show.
@@ -171,14 +181,15 @@ TEST_F(WindowsTest, ByKeyboardAlone_ADictationIsFoundCopiedAndDeleted) {
     ASSERT_TRUE(icon);
     pointer.click(icon->center());
     ASSERT_TRUE(shows(QStringLiteral("История")));
+    ASSERT_TRUE(hasFocus());
     press({QStringLiteral("Down"), QStringLiteral("Down"), QStringLiteral("Return")});
     ASSERT_TRUE(shows(QStringLiteral("Транскрипции")));
     EXPECT_THAT(taskBar(), Contains(program));
-
+    ASSERT_TRUE(hasFocus());
     press({QStringLiteral("ctrl+f")});
     type(QStringLiteral("quarter"));
     press({QStringLiteral("Down"), QStringLiteral("Return")});
-    ASSERT_TRUE(shows(QStringLiteral("WHISPER · RAW")));
+    ASSERT_TRUE(shows(QStringLiteral("Сырой текст")));
     press({QStringLiteral("ctrl+c")});
     EXPECT_TRUE(
         waitUntil([] { return clipboard() == QStringLiteral("The quarterly report goes to the printer"); }));
