@@ -24,7 +24,10 @@ LevelRow::LevelRow(QQuickItem* parent)
     m_glide.setStartValue(0.0);
     m_glide.setEndValue(1.0);
     m_glide.setEasingCurve(easeOut());
-    connect(&m_glide, &QVariantAnimation::valueChanged, this, [this] { refresh(); });
+    connect(&m_glide, &QVariantAnimation::valueChanged, this, [this](const QVariant& progress) {
+        if (progress.toReal() > 0) // the first step is where the marks are already
+            refresh();
+    });
 }
 
 std::vector<qreal> LevelRow::extents() const {
