@@ -225,17 +225,20 @@ TEST_F(WindowsTest, EveryControl_HasANameAndARoleForAssistiveTechnology) {
     session.restartApplication();
     const auto icon = tray.icon();
     ASSERT_TRUE(icon);
-    const auto expectNamed = [](int atLeast) {
-        int controls = 0;
-        for (const AccessibleObject& each : accessibleObjects(program)) {
-            if (!each.focusable || each.role == QStringLiteral("frame"))
-                continue;
-            ++controls;
+    const auto expectNamed = [](qsizetype atLeast) {
+        QList<AccessibleObject> controls;
+        EXPECT_TRUE(waitUntil([&] {
+            controls = accessibleObjects(program);
+            controls.removeIf([](const AccessibleObject& each) {
+                return !each.focusable || each.role == QStringLiteral("frame");
+            });
+            return controls.size() >= atLeast;
+        })) << controls.size();
+        for (const AccessibleObject& each : controls) {
             EXPECT_FALSE(each.name.isEmpty()) << each.role.toStdString();
             EXPECT_NE(each.role, QStringLiteral("invalid")) << each.name.toStdString();
             EXPECT_NE(each.role, QStringLiteral("unknown")) << each.name.toStdString();
         }
-        EXPECT_GE(controls, atLeast);
     };
     pointer.click(icon->center());
     ASSERT_TRUE(shows(QStringLiteral("Выйти")));
