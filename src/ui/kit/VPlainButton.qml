@@ -19,6 +19,7 @@ T.AbstractButton {
     opacity: enabled ? 1 : 0.45
 
     Accessible.name: text
+    Accessible.onPressAction: if (enabled) clicked()
     Keys.onEnterPressed: button.clicked()
     Keys.onReturnPressed: button.clicked()
 
