@@ -23,6 +23,9 @@ FocusScope {
 
     height: row.y + rowHeight
 
+    Accessible.role: Accessible.ListItem
+    Accessible.name: rowName
+
     // A row that waits for its next use is none, for those who listen as well.
     ListView.onPooled: {
         row.copied = false;
