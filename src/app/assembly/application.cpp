@@ -2,6 +2,7 @@
 
 #include "backend/backend_url.h"
 #include "platform/linux/detached_process.h"
+#include "ui/kit/brand_icon.h"
 
 #include <QGuiApplication>
 #include <QStandardPaths>
@@ -91,6 +92,9 @@ Application::Application(const Setup& setup)
                          m_delegate.handleAppBecameActive();
                          m_screenRecordingMonitor.applicationBecameActive();
                      });
+    const auto setIcon = [this] { QGuiApplication::setWindowIcon(brandIcon(m_theme.accent())); };
+    QObject::connect(&m_theme, &VTheme::changed, &m_delegate, setIcon);
+    setIcon();
     // A sound server may come up after the program.
     QObject::connect(&m_devices, &PulseDevices::changed, &m_delegate,
                      [this] { m_delegate.devicesChanged(); });
