@@ -94,7 +94,7 @@ T.Control {
             selectByMouse: true
             persistentSelection: true
             activeFocusOnPress: false
-            onTextChanged: LineSpacing.apply(textDocument, 1.3)
+            Component.onCompleted: LineSpacing.apply(textDocument, 1.3)
 
             Accessible.ignored: true
 

@@ -1,5 +1,6 @@
 #include "ui/main_window/line_spacing.h"
 
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 
@@ -8,9 +9,12 @@ namespace velmora {
 void LineSpacing::apply(QQuickTextDocument* document, qreal height) {
     QTextBlockFormat format;
     format.setLineHeight(height * 100, QTextBlockFormat::ProportionalHeight);
-    QTextCursor all(document->textDocument());
-    all.select(QTextCursor::Document);
-    all.mergeBlockFormat(format);
+    QTextDocument& text = *document->textDocument();
+    QTextCursor change(&text); // one for all lines, so that they are laid out once
+    change.beginEditBlock();
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next())
+        QTextCursor(block).mergeBlockFormat(format);
+    change.endEditBlock();
 }
 
 } // namespace velmora
