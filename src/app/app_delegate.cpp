@@ -166,7 +166,7 @@ void AppDelegate::watchInputMonitoring() {
 
 void AppDelegate::prewarmWindows() {
     m_prewarmTimer = m_loop.after(prewarmDelay, [this] {
-        m_windows.prewarm();
+        m_windows.prewarm(m_pipeline);
         m_menuBar->prewarm();
     });
 }
@@ -240,6 +240,13 @@ void AppDelegate::handleAppBecameActive() {
     m_hotkey.ensureEnabled();
     prewarmMicrophone();
     reloadAccount();
+}
+
+void AppDelegate::devicesChanged() {
+    const bool hadMicrophone = m_permissions.micGranted();
+    m_permissions.refresh();
+    if (!hadMicrophone)
+        prewarmMicrophone();
 }
 
 void AppDelegate::reloadAccount() {

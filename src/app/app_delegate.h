@@ -61,6 +61,8 @@ public:
     void dismissModalUIThen(std::function<void()> callback);
     /// The user has come to one of the windows, perhaps from the desktop's settings.
     void handleAppBecameActive();
+    /// A sound device has come or gone.
+    void devicesChanged();
 
     [[nodiscard]] const PipelineCoordinator& pipeline() const { return m_pipeline; }
     [[nodiscard]] const HotkeyMonitor& hotkey() const { return m_hotkey; }

@@ -38,7 +38,7 @@ public:
     [[nodiscard]] virtual std::unique_ptr<HudPanel> makeHud(PipelineCoordinator& pipeline) = 0;
     [[nodiscard]] virtual std::unique_ptr<AppWindow> makeMainWindow(PermissionManager& permissions) = 0;
     /// Makes the first capsule quick; called when the start is over.
-    virtual void prewarm() = 0;
+    virtual void prewarm(PipelineCoordinator& pipeline) = 0;
 };
 
 } // namespace velmora

@@ -29,4 +29,9 @@ void click(QQuickItem& item) {
     QTest::mouseClick(item.window(), Qt::LeftButton, {}, middle(item));
 }
 
+void tab(QQuickItem& view, int times) {
+    for (int i = 0; i < times; ++i)
+        QTest::keyClick(view.window(), Qt::Key_Tab);
+}
+
 } // namespace velmora::test

@@ -18,6 +18,32 @@ GalleryView buttons() {
     return view;
 }
 
+// The buttons while they are held down.
+GalleryView pressedButtons() {
+    GalleryView view = sheet("kit-buttons-pressed", "ButtonSheet");
+    view.arrange = [](QQuickItem& root) {
+        for (QQuickItem* item : root.findChildren<QQuickItem*>()) {
+            if (item->inherits("QQuickAbstractButton"))
+                item->setProperty("down", true);
+        }
+    };
+    return view;
+}
+
+// The choices with the keyboard on one of them.
+GalleryView choicesAt(const char* name, int tabs) {
+    GalleryView view = sheet(name, "ChoiceSheet");
+    view.arrange = [tabs](QQuickItem& root) { tab(root, tabs); };
+    return view;
+}
+
+GalleryView toolTip() {
+    GalleryView view = sheet("kit-tool-tip", "ToolTipSheet");
+    view.size = {320, 160};
+    view.arrange = [](QQuickItem& root) { hover(part(root, "hovered")); };
+    return view;
+}
+
 GalleryView fields() {
     GalleryView view = sheet("kit-fields", "FieldSheet");
     view.arrange = [](QQuickItem& root) {
@@ -33,6 +59,12 @@ GalleryView fields() {
 std::vector<GalleryView> kitViews() {
     return {
         buttons(),
+        pressedButtons(),
+        toolTip(),
+        choicesAt("kit-choices-segment", 1),
+        choicesAt("kit-choices-toggle", 3),
+        choicesAt("kit-choices-slider", 5),
+        choicesAt("kit-choices-pill", 7),
         sheet("kit-choices", "ChoiceSheet"),
         fields(),
         sheet("kit-cards", "CardSheet"),

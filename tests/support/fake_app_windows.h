@@ -19,7 +19,7 @@ public:
         mainWindow = window.get();
         return window;
     }
-    void prewarm() override { ++prewarms; }
+    void prewarm(PipelineCoordinator&) override { ++prewarms; }
 
     int prewarms = 0;
     int hudsMade = 0;

@@ -1,6 +1,8 @@
 #include "app/assembly/application.h"
 
 #include "backend/backend_url.h"
+#include "platform/linux/detached_process.h"
+#include "ui/kit/brand_icon.h"
 
 #include <QGuiApplication>
 #include <QStandardPaths>
@@ -16,6 +18,9 @@ QString recordingsFolder() {
 
 } // namespace
 
+Application::Application()
+    : Application(Setup{}) {}
+
 Application::Application(const Setup& setup)
     : m_info(setup.info)
     , m_defaults(setup.defaultsPath)
@@ -28,6 +33,15 @@ Application::Application(const Setup& setup)
     , m_pasteQueue(X11PasteQueue::open(m_loop, {}))
     , m_injector(m_loop, pasteboard(), keyPoster())
     , m_signIn(m_authStore, m_workspace, landingURL(m_info))
+    , m_relauncher({
+          .loop = m_loop,
+          .executable = QCoreApplication::applicationFilePath(),
+          .processId = QCoreApplication::applicationPid(),
+          .start = startDetached,
+          .dismissModalUIThen =
+              [this](std::function<void()> then) { m_delegate.dismissModalUIThen(std::move(then)); },
+          .terminate = [] { QCoreApplication::quit(); },
+      })
     , m_windows({
           .engine = m_uiEngine,
           .loop = m_loop,
@@ -78,6 +92,12 @@ Application::Application(const Setup& setup)
                          m_delegate.handleAppBecameActive();
                          m_screenRecordingMonitor.applicationBecameActive();
                      });
+    const auto setIcon = [this] { QGuiApplication::setWindowIcon(brandIcon(m_theme.accent())); };
+    QObject::connect(&m_theme, &VTheme::changed, &m_delegate, setIcon);
+    setIcon();
+    // A sound server may come up after the program.
+    QObject::connect(&m_devices, &PulseDevices::changed, &m_delegate,
+                     [this] { m_delegate.devicesChanged(); });
 }
 
 Pasteboard& Application::pasteboard() {

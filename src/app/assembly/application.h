@@ -6,6 +6,7 @@
 #include "backend/backend_dictate_client.h"
 #include "backend/qt_http_transport.h"
 #include "backend/sign_in.h"
+#include "core/relauncher.h"
 #include "core/screen_recording_permission_monitor.h"
 #include "foundation/info_dictionary.h"
 #include "foundation/qt_main_loop.h"
@@ -24,6 +25,7 @@
 #include "platform/linux/x11_event_tap_factory.h"
 #include "platform/linux/x11_paste_queue.h"
 #include "platform/linux/x11_workspace.h"
+#include "ui/kit/v_theme.h"
 #include "ui/qml_engine.h"
 
 namespace velmora {
@@ -40,7 +42,8 @@ public:
             [](PulseConnection& pulse) { return std::make_unique<PulseAudioEngine>(pulse); };
     };
 
-    explicit Application(const Setup& setup = {});
+    Application();
+    explicit Application(const Setup& setup);
 
     /// Runs the start sequence, then what the program was started for.
     void launch(const InstanceCommand& command);
@@ -81,7 +84,8 @@ private:
 
     PulseDevices m_devices{m_pulse};
     DesktopPrivacyRights m_rights{m_loop, m_pulse, m_devices, m_workspace};
-    ScreenRecordingPermission m_screenRecording{m_rights};
+    Relauncher m_relauncher;
+    ScreenRecordingPermission m_screenRecording{m_rights, m_relauncher};
     ScreenRecordingPermissionMonitor m_screenRecordingMonitor{m_screenRecording};
 
     DesktopColorScheme m_colorScheme;

@@ -60,8 +60,9 @@ std::unique_ptr<AppWindow> WindowsOnScreen::makeMainWindow(PermissionManager& pe
     });
 }
 
-void WindowsOnScreen::prewarm() {
-    RecordingHUDPanel::prewarm(m_neighbours.engine);
+void WindowsOnScreen::prewarm(PipelineCoordinator& pipeline) {
+    RecordingHUDPanel::prewarm(m_neighbours.engine, pipeline, m_neighbours.settings, m_neighbours.defaults,
+                               m_neighbours.screens, m_neighbours.compositing);
 }
 
 } // namespace velmora

@@ -7,6 +7,7 @@ namespace velmora {
 
 class Compositing;
 class Screens;
+class UserDefaults;
 
 /// The program's windows, as the user sees them.
 class WindowsOnScreen final : public AppWindows {
@@ -33,7 +34,7 @@ public:
 
     [[nodiscard]] std::unique_ptr<HudPanel> makeHud(PipelineCoordinator& pipeline) override;
     [[nodiscard]] std::unique_ptr<AppWindow> makeMainWindow(PermissionManager& permissions) override;
-    void prewarm() override;
+    void prewarm(PipelineCoordinator& pipeline) override;
 
 private:
     const Neighbours m_neighbours;

@@ -85,8 +85,11 @@ Task<bool> DesktopPrivacyRights::askSoundServer(bool (*question)(PulseConnection
     using Producer = AsyncStream<bool>::Producer;
     auto [answers, producer] = AsyncStream<bool>::make();
     m_worker.start([&loop = m_loop, &connection = m_connection, question,
-                    answer = std::make_shared<Producer>(std::move(producer))]() mutable {
-        loop.post([answer = std::move(answer), granted = question(connection)] { answer->yield(granted); });
+                    answer = std::make_shared<Producer>(std::move(producer))] {
+        loop.post([answer, granted = question(connection)] {
+            answer->yield(granted);
+            answer->finish(); // here, for the worker may be the last to let go of it
+        });
     });
     const std::optional<bool> granted = co_await answers.next();
     co_return granted.value_or(false);

@@ -59,8 +59,8 @@ void PulseDevices::follow() {
             static_cast<PulseDevices*>(self)->list();
     };
     pa_context_set_subscribe_callback(m_connection.context(), happened, this);
-    // The answer is of no use: without events the list stays what it is now.
-    PulseOperation(
+    // Its outcome is of no use: without events the list stays what it is now.
+    const PulseOperation unheeded(
         pa_context_subscribe(m_connection.context(), PA_SUBSCRIPTION_MASK_SOURCE, nullptr, nullptr));
     list();
 }

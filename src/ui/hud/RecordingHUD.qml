@@ -54,7 +54,7 @@ Item {
         VRoundedRect {
             anchors.verticalCenter: parent.verticalCenter
             visible: hud.content.divider
-            width: 0.5
+            width: hud.metrics.dividerWidth
             height: hud.metrics.dividerHeight
             color: Qt.rgba(1, 1, 1, 0.18)
         }
@@ -65,7 +65,7 @@ Item {
             font: VFont.mono(hud.metrics.textSize, VFont.Semibold)
         }
         Line {
-            width: Math.min(implicitWidth, hud.metrics.partialMaximumWidth)
+            width: Math.min(implicitWidth, hud.metrics.partialMaximumWidth, hud.metrics.contentMaximumWidth - x)
             horizontalAlignment: Text.AlignRight
             text: hud.content.partial
             elide: Text.ElideLeft
@@ -88,7 +88,7 @@ Item {
             }
         }
         Line {
-            width: Math.min(implicitWidth, hud.metrics.messageMaximumWidth)
+            width: Math.min(implicitWidth, hud.metrics.contentMaximumWidth - x)
             text: hud.content.status
             font: VFont.display(hud.metrics.textSize, VFont.Medium)
         }

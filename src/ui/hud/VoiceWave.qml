@@ -40,6 +40,7 @@ Item {
             height: implicitHeight
             recorder: wave.model.recorder
             waveHeight: wave.model.metrics.waveHeight
+            maximumWidth: wave.model.metrics.dotsMaximumWidth
             color: VTheme.accent
             spacing: 4
         }

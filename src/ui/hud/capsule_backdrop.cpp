@@ -6,7 +6,6 @@
 
 #include <QPainter>
 #include <QPainterPath>
-#include <QQuickWindow>
 #include <QRadialGradient>
 
 namespace velmora {
@@ -20,12 +19,15 @@ constexpr Glow fullGlow{180, 38};
 constexpr Glow minimalGlow{90, 22};
 constexpr qreal gradientRadius = 180;
 constexpr qreal glowOpacity = 0.8;
-constexpr qreal glowReduction = 4; // so soft a light keeps nothing that a quarter of the pixels can't hold
+// So soft a light and shadow hold nothing that needs every pixel.
+constexpr qreal glowReduction = 4;
 
 constexpr qreal shadowRadius = 16;
 constexpr qreal shadowOffset = 10;
 constexpr qreal shadowOpacity = 0.45;
-constexpr qreal edgeFade = 12;
+constexpr qreal shadowReduction = 2;
+constexpr qreal edgeFade = 16; // at the top and the bottom
+constexpr qreal sideFade = 12;
 
 // The light as a small image; `opacities` are those of the gradient's even stops.
 QImage glowImage(const Glow& glow, const QColor& accent, const std::vector<qreal>& opacities) {
@@ -50,6 +52,17 @@ QImage glowImage(const Glow& glow, const QColor& accent, const std::vector<qreal
                   withOpacity(accent, opacities.front() * glowOpacity));
 }
 
+// Lets what is painted in the strip fade away towards `edge`.
+void fadeOut(QPainter& painter, const QRectF& strip, const QPointF& inside, const QPointF& edge) {
+    QLinearGradient kept(edge, inside);
+    constexpr int steps = 8;
+    for (int i = 0; i <= steps; ++i) {
+        const qreal along = static_cast<qreal>(i) / steps;
+        kept.setColorAt(along, withOpacity(Qt::black, along * along * (3 - 2 * along)));
+    }
+    painter.fillRect(strip, kept);
+}
+
 } // namespace
 
 CapsuleBackdrop::CapsuleBackdrop(QQuickItem* parent)
@@ -62,10 +75,9 @@ CapsuleBackdrop::CapsuleBackdrop(QQuickItem* parent)
 }
 
 void CapsuleBackdrop::paint(QPainter* painter) {
-    const qreal scale = window() ? window()->effectiveDevicePixelRatio() : 1;
     painter->setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     paintGlow(*painter);
-    paintShadow(*painter, scale);
+    paintShadow(*painter);
     fadeEdges(*painter);
 }
 
@@ -79,10 +91,10 @@ void CapsuleBackdrop::paintGlow(QPainter& painter) {
 }
 
 // Not under the capsule itself: it would shine through and darken it.
-void CapsuleBackdrop::paintShadow(QPainter& painter, qreal scale) const {
+void CapsuleBackdrop::paintShadow(QPainter& painter) const {
     const qreal radius = m_capsule.height() / 2;
-    const QImage shadow =
-        softShadow(m_capsule.size(), radius, shadowRadius, withOpacity(Qt::black, shadowOpacity), scale);
+    const QImage shadow = softShadow(m_capsule.size(), radius, shadowRadius,
+                                     withOpacity(Qt::black, shadowOpacity), 1 / shadowReduction);
     if (shadow.isNull())
         return;
     const qreal reach = shadowReach(shadowRadius);
@@ -93,24 +105,22 @@ void CapsuleBackdrop::paintShadow(QPainter& painter, qreal scale) const {
     painter.setPen(Qt::NoPen);
     QBrush brush(shadow);
     const QPointF corner = m_capsule.topLeft() + QPointF(-reach, shadowOffset - reach);
-    brush.setTransform(QTransform::fromTranslate(corner.x(), corner.y()).scale(1 / scale, 1 / scale));
-    painter.setClipRect(QRectF(corner, QSizeF(shadow.size()) / scale)); // a brush repeats itself
+    brush.setTransform(
+        QTransform::fromTranslate(corner.x(), corner.y()).scale(shadowReduction, shadowReduction));
+    painter.setClipRect(QRectF(corner, QSizeF(shadow.size()) * shadowReduction)); // a brush repeats itself
     painter.fillPath(around, brush);
     painter.restore();
 }
 
 void CapsuleBackdrop::fadeEdges(QPainter& painter) const {
-    QLinearGradient fade(0, 0, 0, height());
-    const qreal share = std::min(edgeFade / std::max(height(), 1.0), 0.5);
-    constexpr int steps = 8;
-    for (int i = 0; i <= steps; ++i) {
-        const qreal along = static_cast<qreal>(i) / steps;
-        const QColor kept = withOpacity(Qt::black, along * along * (3 - 2 * along));
-        fade.setColorAt(along * share, kept);
-        fade.setColorAt(1 - along * share, kept);
-    }
+    const QRectF all = boundingRect();
     painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-    painter.fillRect(boundingRect(), fade);
+    fadeOut(painter, {0, 0, all.width(), edgeFade}, {0, edgeFade}, {0, 0});
+    fadeOut(painter, {0, all.bottom() - edgeFade, all.width(), edgeFade}, {0, all.bottom() - edgeFade},
+            {0, all.bottom()});
+    fadeOut(painter, {0, 0, sideFade, all.height()}, {sideFade, 0}, {0, 0});
+    fadeOut(painter, {all.right() - sideFade, 0, sideFade, all.height()}, {all.right() - sideFade, 0},
+            {all.right(), 0});
 }
 
 } // namespace velmora

@@ -29,7 +29,7 @@ Q_SIGNALS:
 
 private:
     void paintGlow(QPainter& painter);
-    void paintShadow(QPainter& painter, qreal scale) const;
+    void paintShadow(QPainter& painter) const;
     void fadeEdges(QPainter& painter) const;
 
     QRectF m_capsule;

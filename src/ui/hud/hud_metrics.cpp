@@ -4,7 +4,7 @@ namespace velmora {
 namespace {
 
 constexpr qreal minimalWaveFactor = 0.62;
-constexpr qreal panelMargin = 12; // keeps a long message clear of the panel's edges
+constexpr qreal panelMargin = 12; // keeps the capsule clear of the panel's edges
 
 HudMetrics tableRow(const QString& hudSize) {
     HudMetrics metrics;
@@ -53,8 +53,11 @@ HudMetrics hudMetrics(const QString& hudSize, bool hudMinimal) {
     metrics.itemSpacing = hudMinimal ? 0 : 10;
     if (hudMinimal)
         metrics.waveWidth *= minimalWaveFactor;
-    metrics.messageMaximumWidth = metrics.panelWidth - 2 * panelMargin - 2 * metrics.capsulePadding -
-                                  metrics.crossSize - metrics.itemSpacing;
+    metrics.contentMaximumWidth = metrics.panelWidth - 2 * panelMargin - 2 * metrics.capsulePadding;
+    metrics.dotsMaximumWidth = metrics.contentMaximumWidth;
+    if (!hudMinimal)
+        metrics.dotsMaximumWidth -=
+            metrics.dotDiameter + metrics.dividerWidth + metrics.timerMinimumWidth + 3 * metrics.itemSpacing;
     return metrics;
 }
 

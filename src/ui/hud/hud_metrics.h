@@ -17,11 +17,13 @@ struct HudMetrics {
     Q_PROPERTY(qreal dotDiameter MEMBER dotDiameter CONSTANT)
     Q_PROPERTY(qreal waveWidth MEMBER waveWidth CONSTANT)
     Q_PROPERTY(qreal waveHeight MEMBER waveHeight CONSTANT)
+    Q_PROPERTY(qreal dividerWidth MEMBER dividerWidth CONSTANT)
     Q_PROPERTY(qreal dividerHeight MEMBER dividerHeight CONSTANT)
     Q_PROPERTY(qreal textSize MEMBER textSize CONSTANT)
     Q_PROPERTY(qreal timerMinimumWidth MEMBER timerMinimumWidth CONSTANT)
     Q_PROPERTY(qreal partialMaximumWidth MEMBER partialMaximumWidth CONSTANT)
-    Q_PROPERTY(qreal messageMaximumWidth MEMBER messageMaximumWidth CONSTANT)
+    Q_PROPERTY(qreal contentMaximumWidth MEMBER contentMaximumWidth CONSTANT)
+    Q_PROPERTY(qreal dotsMaximumWidth MEMBER dotsMaximumWidth CONSTANT)
     Q_PROPERTY(qreal spinnerDiameter MEMBER spinnerDiameter CONSTANT)
     Q_PROPERTY(qreal crossSize MEMBER crossSize CONSTANT)
 
@@ -34,11 +36,13 @@ public:
     qreal dotDiameter = 0;
     qreal waveWidth = 0;
     qreal waveHeight = 0;
+    qreal dividerWidth = 0.5;
     qreal dividerHeight = 0;
     qreal textSize = 0;
     qreal timerMinimumWidth = 0;
     qreal partialMaximumWidth = 220;
-    qreal messageMaximumWidth = 0; ///< what the panel has room for beside the cross
+    qreal contentMaximumWidth = 0; ///< what the panel has room for inside the capsule
+    qreal dotsMaximumWidth = 0;    ///< what it leaves to a row of dots
     qreal spinnerDiameter = 0;
     qreal crossSize = 0;
 

@@ -24,7 +24,10 @@ LevelRow::LevelRow(QQuickItem* parent)
     m_glide.setStartValue(0.0);
     m_glide.setEndValue(1.0);
     m_glide.setEasingCurve(easeOut());
-    connect(&m_glide, &QVariantAnimation::valueChanged, this, [this] { refresh(); });
+    connect(&m_glide, &QVariantAnimation::valueChanged, this, [this](const QVariant& progress) {
+        if (progress.toReal() > 0) // the first step is where the marks are already
+            refresh();
+    });
 }
 
 std::vector<qreal> LevelRow::extents() const {
@@ -79,14 +82,18 @@ qreal LevelRow::rowWidth(const std::vector<qreal>& extents) const {
 
 void LevelRow::paint(QPainter* painter) {
     const std::vector<qreal> heights = extents();
-    // The first mark begins on a pixel, so that marks of whole widths are sharp at both sides.
-    const qreal scale = window() ? window()->effectiveDevicePixelRatio() : 1;
-    qreal x = std::round((width() - rowWidth(heights)) / 2 * scale) / scale;
+    const qreal row = rowWidth(heights);
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
     painter->setBrush(color());
+    const qreal shrink = row > width() ? width() / row : 1;
+    // The first mark begins on a pixel, so that marks of whole widths are sharp at both sides.
+    const qreal scale = window() ? window()->effectiveDevicePixelRatio() : 1;
+    painter->translate(std::round((width() - row * shrink) / 2 * scale) / scale, height() / 2);
+    painter->scale(shrink, shrink);
+    qreal x = 0;
     for (const qreal markHeight : heights) {
-        const QRectF mark(x, (height() - markHeight) / 2, markWidth(markHeight), markHeight);
+        const QRectF mark(x, -markHeight / 2, markWidth(markHeight), markHeight);
         const qreal radius = std::min(mark.width(), mark.height()) / 2;
         painter->drawRoundedRect(mark, radius, radius);
         x += mark.width() + m_spacing;

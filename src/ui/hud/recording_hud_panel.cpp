@@ -69,14 +69,15 @@ void RecordingHUDPanel::orderOut() {
 
 // Where transparency comes out black, the window is cut to the capsule.
 void RecordingHUDPanel::updateMask() {
-    if (m_compositing.isActive()) {
-        setMask({});
-        return;
+    QRegion shape; // an empty one is the whole window
+    if (!m_compositing.isActive()) {
+        const QRectF capsule = rootObject()->property("capsuleRect").toRectF();
+        QPainterPath outline;
+        outline.addRoundedRect(capsule, capsule.height() / 2, capsule.height() / 2);
+        shape = QRegion(outline.toFillPolygon().toPolygon());
     }
-    const QRectF capsule = rootObject()->property("capsuleRect").toRectF();
-    QPainterPath outline;
-    outline.addRoundedRect(capsule, capsule.height() / 2, capsule.height() / 2);
-    setMask(QRegion(outline.toFillPolygon().toPolygon()));
+    if (shape != mask())
+        setMask(shape);
 }
 
 } // namespace velmora

@@ -13,7 +13,7 @@ qreal WaveDots::markWidth(qreal extent) const {
 }
 
 QSizeF WaveDots::wantedSize(const std::vector<qreal>& extents) const {
-    return {rowWidth(extents), waveHeight()};
+    return {std::min(rowWidth(extents), m_maximumWidth), waveHeight()};
 }
 
 } // namespace velmora

@@ -20,6 +20,8 @@ T.RadioButton {
     checked: chosen
 
     Accessible.name: text
+    Accessible.onPressAction: if (enabled) choice.pick(index)
+    Accessible.onToggleAction: if (enabled) choice.pick(index)
     Keys.onEnterPressed: choice.pick(index)
     Keys.onReturnPressed: choice.pick(index)
     Keys.onLeftPressed: choice.step(-1)

@@ -19,8 +19,9 @@ T.AbstractButton {
     opacity: enabled ? 1 : 0.45
 
     Accessible.name: text
-    Keys.onEnterPressed: clicked()
-    Keys.onReturnPressed: clicked()
+    Accessible.onPressAction: if (enabled) clicked()
+    Keys.onEnterPressed: button.clicked()
+    Keys.onReturnPressed: button.clicked()
 
     background: VWash {
         dark: button.dark

@@ -14,6 +14,7 @@ T.ScrollBar {
     padding: 2
     minimumSize: 0.08
     hoverEnabled: true
+    Accessible.name: "Прокрутка"
     visible: policy !== T.ScrollBar.AlwaysOff
 
     contentItem: VRoundedRect {

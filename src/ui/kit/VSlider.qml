@@ -10,7 +10,17 @@ T.Slider {
     property bool gradient: false
     property string label
 
+    // The range under the names that assistive technology asks for.
+    readonly property real minimumValue: from
+    readonly property real maximumValue: to
     readonly property VTheme theme: VTheme.scheme(dark)
+
+    function stepBy(step) {
+        if (!enabled)
+            return;
+        step();
+        moved();
+    }
 
     implicitWidth: 160
     implicitHeight: 22
@@ -18,6 +28,8 @@ T.Slider {
     opacity: enabled ? 1 : 0.45
 
     Accessible.name: label
+    Accessible.onIncreaseAction: stepBy(() => increase())
+    Accessible.onDecreaseAction: stepBy(() => decrease())
 
     background: VRoundedRect {
         y: (slider.height - height) / 2

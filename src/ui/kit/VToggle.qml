@@ -25,6 +25,8 @@ T.Switch {
     opacity: enabled ? 1 : 0.45
 
     Accessible.name: label
+    Accessible.onPressAction: if (enabled) flip()
+    Accessible.onToggleAction: if (enabled) flip()
     Keys.onEnterPressed: flip()
     Keys.onReturnPressed: flip()
 

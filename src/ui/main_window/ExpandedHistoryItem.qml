@@ -10,6 +10,7 @@ FocusScope {
     property bool dark: VTheme.dark
     signal copyCleaned()
     signal copyRaw()
+    signal copySelection(string selection)
     signal removed()
     signal closed()
 
@@ -80,7 +81,7 @@ FocusScope {
             text: root.item.cleanedText
             name: "Чистый текст"
             dark: root.dark
-            onCopyAll: cleanedCopied()
+            onCopied: (selection) => root.copy(selection)
         }
         TextPane {
             x: root.sideBySide ? panes.width - width : 0
@@ -91,7 +92,7 @@ FocusScope {
             text: root.item.rawText
             name: "Сырой текст"
             dark: root.dark
-            onCopyAll: cleanedCopied()
+            onCopied: (selection) => root.copy(selection)
         }
     }
     ExpandedButtons {
@@ -105,8 +106,11 @@ FocusScope {
         onRemoved: root.removed()
     }
 
-    /// By key: whichever pane has the focus, the button shows that it is done.
-    function cleanedCopied() {
-        buttons.pressCopyCleaned();
+    /// By key: without a selection the cleaned text, and its button shows that it is done.
+    function copy(selection) {
+        if (selection === "")
+            buttons.pressCopyCleaned();
+        else
+            copySelection(selection);
     }
 }

@@ -23,7 +23,15 @@ FocusScope {
 
     height: row.y + rowHeight
 
-    ListView.onPooled: row.copied = false
+    Accessible.role: Accessible.ListItem
+    Accessible.name: rowName
+
+    // A row that waits for its next use is none, for those who listen as well.
+    ListView.onPooled: {
+        row.copied = false;
+        visible = false;
+    }
+    ListView.onReused: visible = true
 
     /// The row has the focus already, whatever for: a ring is for those who go by key.
     function showFocus(byKey) {

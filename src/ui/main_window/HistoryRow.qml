@@ -19,8 +19,6 @@ VPlainButton {
     radius: 10
     opacity: 1 // also under the settings
 
-    Accessible.role: Accessible.ListItem
-
     contentItem: Item {
         Text {
             id: time

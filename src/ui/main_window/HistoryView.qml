@@ -68,16 +68,17 @@ FocusScope {
             anchors.bottomMargin: root.margin
             active: history.hasExpanded
             focus: active
-            onLoaded: item.forceActiveFocus(Qt.OtherFocusReason)
+            onLoaded: item.forceActiveFocus(list.byKeyboard ? Qt.TabFocusReason : Qt.OtherFocusReason)
             onActiveChanged: {
                 if (!active)
-                    root.showList(list.byKeyboard);
+                    Qt.callLater(root.showList, list.byKeyboard); // when the list is there again
             }
             sourceComponent: ExpandedHistoryItem {
                 item: history.expanded
                 dark: root.dark
                 onCopyCleaned: history.copyCleaned()
                 onCopyRaw: history.copyRaw()
+                onCopySelection: (selection) => root.source.copy(selection)
                 onRemoved: history.removeExpanded()
                 onClosed: history.collapse()
             }

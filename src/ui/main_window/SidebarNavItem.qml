@@ -27,8 +27,7 @@ FocusScope {
         text: root.label
         onClicked: root.action()
 
-        Accessible.role: Accessible.PageTab
-        Accessible.selected: root.selected
+        Accessible.description: root.selected ? "Открыто" : ""
 
         contentItem: SidebarRowFace {
             icon: root.icon

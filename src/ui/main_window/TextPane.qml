@@ -1,26 +1,52 @@
 import QtQuick
 import QtQuick.Templates as T
 import Velmora.Kit
+import Velmora.MainWindow
 
-/// A text to read, to select from and to copy whole.
-FocusScope {
+/// A text to read, to select from and to copy. The keys go to the pane: a text that has them itself keeps those of the window
+/// from working.
+T.Control {
     id: root
 
     required property string text
     required property string name
     property string label
     property bool dark: VTheme.dark
-    /// The copy key, with nothing selected.
-    signal copyAll()
+    /// The copy key: what is selected, or the empty text for the whole.
+    signal copied(string selection)
 
     readonly property VTheme theme: VTheme.scheme(dark)
 
-    VRoundedRect {
-        anchors.fill: parent
+    focusPolicy: Qt.StrongFocus
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: name
+    Accessible.description: text
+    Accessible.focusable: true
+
+    Keys.onPressed: (event) => {
+        if (event.matches(StandardKey.Copy)) {
+            copied(edit.selectedText);
+            event.accepted = true;
+        } else if (event.matches(StandardKey.SelectAll)) {
+            edit.selectAll();
+            event.accepted = true;
+        } else {
+            event.accepted = scrollBy(event.key);
+        }
+    }
+
+    background: VRoundedRect {
         radius: 12
         color: root.theme.cardBg
-        borderColor: root.activeFocus ? root.theme.hairlineStrong : root.theme.hairline
+        borderColor: root.theme.hairline
         borderWidth: 1
+
+        VFocusRing {
+            dark: root.dark
+            corner: 12
+            shown: root.visualFocus
+        }
     }
     Text {
         id: caption
@@ -57,8 +83,6 @@ FocusScope {
             x: 15
             width: flick.width - 30
             bottomPadding: 4
-            focus: true
-            activeFocusOnTab: true
             text: root.text
             color: root.theme.text
             selectionColor: root.theme.accentSoft
@@ -68,19 +92,20 @@ FocusScope {
             wrapMode: TextEdit.Wrap
             readOnly: true
             selectByMouse: true
-            cursorVisible: false
+            persistentSelection: true
+            activeFocusOnPress: false
+            Component.onCompleted: LineSpacing.apply(textDocument, 1.3)
 
-            Accessible.role: Accessible.EditableText
-            Accessible.readOnly: true
-            Accessible.name: root.name
+            Accessible.ignored: true
 
-            Keys.onPressed: (event) => {
-                if (event.matches(StandardKey.Copy) && selectedText === "") {
-                    root.copyAll();
-                    event.accepted = true;
-                } else if (!(event.modifiers & Qt.ShiftModifier)) {
-                    event.accepted = root.scrollBy(event.key);
+            PointHandler {
+                onActiveChanged: {
+                    if (active)
+                        root.forceActiveFocus(Qt.MouseFocusReason);
                 }
+            }
+            HoverHandler {
+                cursorShape: Qt.IBeamCursor
             }
         }
     }

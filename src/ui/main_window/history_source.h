@@ -28,7 +28,7 @@ public:
     [[nodiscard]] const std::vector<HistoryItem>& items() const { return m_store.items(); }
     [[nodiscard]] Date now() const { return m_loop.date(); }
     void remove(const QUuid& id) { m_store.remove(id); }
-    void copy(const QString& text) {
+    Q_INVOKABLE void copy(const QString& text) {
         m_pasteboard.clearContents();
         m_pasteboard.setString(text);
     }

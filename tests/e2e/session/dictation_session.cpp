@@ -91,8 +91,10 @@ void DictationSession::restartApplication(bool onX11) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("VelmorBackendURL"), address());
     environment.insert(QStringLiteral("VelmorLandingURL"), address());
-    if (!onX11)
+    if (!onX11) {
         environment.remove(QStringLiteral("DISPLAY"));
+        environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    }
     m_application = std::make_unique<Program>(QStringLiteral(VELMORA_PROGRAM), QStringList(), environment);
     (void)m_application->says(onX11 ? "tap active" : "tap failed");
 }

@@ -2,10 +2,13 @@
 
 #include "support/desktop/wait_until.h"
 
+#include <QElapsedTimer>
+
 namespace velmora::test {
 namespace {
 
-constexpr int smallest = 16; // an icon; what a tray without icons shows is less
+constexpr int smallest = 16;    // an icon; what a tray without icons shows is less
+constexpr qint64 settled = 300; // milliseconds; a tray moves a new icon about before it has its place
 
 /// The first mapped window of another program that sits in one of the tray's, looked for below `window`.
 std::optional<QRect> findIcon(X11Connection& x, xcb_window_t window, uint32_t tray) {
@@ -47,14 +50,17 @@ Tray::~Tray() {
 
 std::optional<QRect> Tray::icon() {
     std::optional<QRect> found;
-    waitUntil([&] {
+    QElapsedTimer unchanged;
+    const bool stays = waitUntil([&] {
         const xcb_window_t owner = m_x.ownerOf(m_x.atom("_NET_SYSTEM_TRAY_S0"));
         if (owner == XCB_WINDOW_NONE)
             return false;
-        found = findIcon(m_x, m_x.root(), m_x.clientOf(owner));
-        return found.has_value();
+        const std::optional<QRect> now = findIcon(m_x, m_x.root(), m_x.clientOf(owner));
+        if (std::exchange(found, now) != now || !unchanged.isValid())
+            unchanged.start();
+        return found && unchanged.hasExpired(settled);
     });
-    return found;
+    return stays ? found : std::nullopt;
 }
 
 } // namespace velmora::test

@@ -57,12 +57,13 @@ TEST(HudMetrics, HudSizeIsAnUnknownString_IsTheMiddleColumn) {
             << size;
 }
 
-TEST(HudMetrics, MessageMaximumWidth_LeavesTheCapsuleInsideThePanel) {
+TEST(HudMetrics, MaximumWidths_LeaveTheCapsuleInsideThePanel) {
     for (const char* size : {"small", "medium", "large"}) {
-        const HudMetrics metrics = hudMetrics(QLatin1String(size), false);
-        const qreal capsule = metrics.messageMaximumWidth + metrics.itemSpacing + metrics.crossSize +
-                              2 * metrics.capsulePadding;
-        EXPECT_LE(capsule, metrics.panelWidth - 20) << size;
-        EXPECT_GE(metrics.messageMaximumWidth, 360) << size;
+        for (const bool minimal : {false, true}) {
+            const HudMetrics metrics = hudMetrics(QLatin1String(size), minimal);
+            EXPECT_DOUBLE_EQ(metrics.contentMaximumWidth + 2 * metrics.capsulePadding, 456) << size;
+            const qreal beside = minimal ? 0 : metrics.dotDiameter + 0.5 + metrics.timerMinimumWidth + 30;
+            EXPECT_DOUBLE_EQ(metrics.dotsMaximumWidth + beside, metrics.contentMaximumWidth) << size;
+        }
     }
 }

@@ -163,6 +163,19 @@ TEST_F(RecordingHUDTest, Dots_MakeTheCapsuleAsWideAsTheyAre) {
     EXPECT_NEAR(capsule().width() - silent, 12 * 11, 2);
 }
 
+TEST_F(RecordingHUDTest, LoudestDots_StayInsideThePanel) {
+    dictation.settings.setHudStyle(QStringLiteral("dots"));
+    dictation.settings.setHudSize(QStringLiteral("large"));
+    dictation.record();
+    for (int i = 0; i < 12; ++i)
+        dictation.speak(1);
+    for (const QString& partial : {QString(), longMessage}) {
+        show(state::StreamingRecording{1, partial, {}});
+        EXPECT_GE(capsule().left(), 10) << partial.size();
+        EXPECT_LE(capsule().right(), 470) << partial.size();
+    }
+}
+
 TEST_F(RecordingHUDTest, Speech_BarsGlideToIt) {
     dictation.record();
     show(state::Recording{1});

@@ -23,6 +23,21 @@ protected:
     [[nodiscard]] static QAccessible::State stateOf(QQuickItem* control) {
         return QAccessible::queryAccessibleInterface(control)->state();
     }
+    /// Presses it as assistive technology does.
+    static void pressAloud(QQuickItem* control) {
+        QAccessibleActionInterface* actions =
+            QAccessible::queryAccessibleInterface(control)->actionInterface();
+        ASSERT_TRUE(actions);
+        const QStringList names = actions->actionNames();
+        for (const QString& action :
+             {QAccessibleActionInterface::toggleAction(), QAccessibleActionInterface::pressAction()}) {
+            if (names.contains(action)) {
+                actions->doAction(action);
+                return;
+            }
+        }
+        ADD_FAILURE() << "can't be pressed";
+    }
 
     ViewHost host;
 };

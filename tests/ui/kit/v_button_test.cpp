@@ -34,10 +34,17 @@ TEST_F(VButtonTest, ReadAloud_IsAButtonWithItsTitle) {
     EXPECT_EQ(accessibleRole(host.find(save)), QAccessible::Button);
 }
 
+TEST_F(VButtonTest, PressedByAssistiveTechnology_Acts) {
+    showControls("VButton { title: 'Сохранить'; onAction: page.count++ }");
+    pressAloud(host.find(save));
+    EXPECT_EQ(count(), 1);
+}
+
 TEST_F(VButtonTest, Disabled_NeitherActsNorTakesTheFocus) {
     showControls("VButton { title: 'Сохранить'; enabled: false; onAction: page.count++ }\n"
                  "VButton { y: 60; title: 'Дальше' }");
     host.click(save);
+    pressAloud(host.find(save));
     EXPECT_EQ(count(), 0);
     host.press(Qt::Key_Tab);
     EXPECT_EQ(accessibleName(host.focused()), QStringLiteral("Дальше"));

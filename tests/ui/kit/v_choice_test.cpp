@@ -127,6 +127,13 @@ TEST_F(VSegmentedTest, ReadAloud_IsAGroupOfRadioButtons) {
     EXPECT_FALSE(stateOf(host.find(all)).checked);
 }
 
+TEST_F(VSegmentedTest, PressedByAssistiveTechnology_Picks) {
+    showDays();
+    pressAloud(host.find(all));
+    EXPECT_EQ(filter(), all);
+    EXPECT_TRUE(stateOf(host.find(all)).checked);
+}
+
 TEST_F(VSegmentedTest, Disabled_StaysAsItIs) {
     showControls("VSegmented { objectName: 'days'; enabled: false; options: [1, 2]; selected: 1 }");
     host.click(QStringLiteral("2"));

@@ -32,6 +32,12 @@ TEST_F(VFieldTest, Typing_FillsItAndClearsThePlaceholder) {
     EXPECT_THAT(host.texts(), Contains(search));
 }
 
+TEST_F(VFieldTest, Tab_ReachesIt) {
+    showField();
+    host.press(Qt::Key_Tab);
+    EXPECT_EQ(host.focused(), item("field"));
+}
+
 TEST_F(VFieldTest, SelectAllAndType_Replaces) {
     showField(" value: 'старое'");
     host.click(item("field"));

@@ -29,9 +29,25 @@ TEST_F(VSliderTest, PressInTheMiddle_IsTheMiddleValue) {
     EXPECT_NEAR(value(), 0.5, 0.01);
 }
 
-TEST_F(VSliderTest, ReadAloud_IsASliderWithItsName) {
-    showControls("VSlider { label: 'Длительность' }");
+TEST_F(VSliderTest, ReadAloud_IsASliderWithItsNameAndRange) {
+    showControls("VSlider { label: 'Длительность'; from: 2; to: 10; value: 4 }");
     EXPECT_EQ(accessibleRole(slider()), QAccessible::Slider);
+    QAccessibleValueInterface* range = QAccessible::queryAccessibleInterface(slider())->valueInterface();
+    ASSERT_TRUE(range);
+    EXPECT_EQ(range->minimumValue().toDouble(), 2);
+    EXPECT_EQ(range->currentValue().toDouble(), 4);
+    EXPECT_EQ(range->maximumValue().toDouble(), 10);
+}
+
+TEST_F(VSliderTest, SteppedByAssistiveTechnology_Moves) {
+    showControls("VSlider { label: 'Длительность'; to: 10; stepSize: 2; value: 4; onMoved: page.count++ }");
+    QAccessibleActionInterface* actions = QAccessible::queryAccessibleInterface(slider())->actionInterface();
+    ASSERT_TRUE(actions);
+    actions->doAction(QAccessibleActionInterface::increaseAction());
+    EXPECT_EQ(value(), 6);
+    actions->doAction(QAccessibleActionInterface::decreaseAction());
+    EXPECT_EQ(value(), 4);
+    EXPECT_EQ(count(), 2);
 }
 
 TEST_F(VSliderTest, Value_FillsTheTrackUpToIt) {

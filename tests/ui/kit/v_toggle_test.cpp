@@ -47,6 +47,13 @@ TEST_F(VToggleTest, ReadAloud_IsChecked) {
     EXPECT_TRUE(stateOf(toggle()).checked);
 }
 
+TEST_F(VToggleTest, PressedByAssistiveTechnology_Flips) {
+    showToggle();
+    pressAloud(toggle());
+    EXPECT_TRUE(isShown());
+    EXPECT_EQ(count(), 1);
+}
+
 TEST_F(VToggleTest, Flip_TakesTheKnobOverInALittleWhile) {
     showToggle();
     EXPECT_EQ(toggle()->property("flipDuration").toInt(), 180);
@@ -61,5 +68,6 @@ TEST_F(VToggleTest, Flip_TakesTheKnobOverInALittleWhile) {
 TEST_F(VToggleTest, Disabled_StaysAsItIs) {
     showControls("VToggle { label: 'Показывать'; on: true; enabled: false }");
     host.click(toggle());
+    pressAloud(toggle());
     EXPECT_TRUE(toggle()->property("on").toBool());
 }

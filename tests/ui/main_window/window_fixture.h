@@ -16,6 +16,11 @@ struct WindowFixture : testing::Test, HistoryStage {
         host.show("MainWindow", "MainWindowView", {{QStringLiteral("model"), QVariant::fromValue(&model)}},
                   size);
     }
+    /// Every text that the next frame shows.
+    [[nodiscard]] QStringList texts() const {
+        (void)host.grab(); // lists take their rows when a frame is drawn
+        return host.texts();
+    }
     /// The row that has the keyboard focus, else -1.
     [[nodiscard]] int focusedRow() const {
         for (QQuickItem* item = host.focused(); item; item = item->parentItem())

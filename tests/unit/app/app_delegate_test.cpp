@@ -417,3 +417,13 @@ TEST_F(AppDelegateTest, DismissModalUIThen_ClosesSettingsAndWindowAndCallsBackAM
     loop.advance(1ms);
     EXPECT_TRUE(called);
 }
+
+TEST_F(AppDelegateTest, MicrophoneComesAfterTheStart_IsPrewarmedOnce) {
+    rights.granted.erase(PrivacyRight::Microphone);
+    app.applicationDidFinishLaunching();
+    rights.granted.insert(PrivacyRight::Microphone);
+    app.devicesChanged();
+    EXPECT_EQ(engine.prepares, 1);
+    app.devicesChanged();
+    EXPECT_EQ(engine.prepares, 1);
+}

@@ -1,0 +1,130 @@
+#include "ui/kit/ui_engine.h"
+#include "ui/main_window/main_window.h"
+#include "window_fixture.h"
+
+#include <QScreen>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gmock/gmock.h>
+
+using namespace velmora;
+using namespace velmora::test;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// The window itself, as the program makes it.
+class MainWindowTest : public testing::Test, protected HistoryStage {
+protected:
+    [[nodiscard]] MainWindow& openWindow() {
+        window = std::make_unique<MainWindow>(MainWindow::Neighbours{engine,
+                                                                     loop,
+                                                                     {.loop = loop,
+                                                                      .nav = nav,
+                                                                      .perms = perms,
+                                                                      .settings = settings,
+                                                                      .store = store,
+                                                                      .authStore = auth,
+                                                                      .authSession = nullptr,
+                                                                      .pasteboard = desktop,
+                                                                      .workspace = workspace,
+                                                                      .info = info,
+                                                                      .settingsPath = QString()}});
+        window->open();
+        return *window;
+    }
+
+    UserDefaults defaults{folder.filePath(QStringLiteral("defaults.json"))};
+    AppSettings settings{defaults};
+    FakeColorScheme scheme;
+    VTheme theme{settings, scheme};
+    AuthStore auth{folder.path(), defaults};
+    FakePrivacyRights rights;
+    PermissionManager perms{rights};
+    AppNavigator nav;
+    FakeWorkspace workspace;
+    InfoDictionary info{{}};
+    UiEngine engine{makeQmlEngine};
+    std::unique_ptr<MainWindow> window;
+};
+
+} // namespace
+
+TEST_F(MainWindowTest, Opened_IsAnOrdinaryOpaqueWindowInTheMiddleOfItsScreen) {
+    const MainWindow& opened = openWindow();
+    EXPECT_TRUE(opened.errors().isEmpty());
+    EXPECT_TRUE(opened.isVisible());
+    EXPECT_EQ(opened.title(), QStringLiteral("Velmora"));
+    EXPECT_EQ(opened.minimumSize(), QSize(760, 560));
+    EXPECT_EQ(opened.type(), Qt::Window);
+    EXPECT_EQ(opened.color().alpha(), 255);
+    const QRect available = opened.screen()->availableGeometry();
+    EXPECT_EQ(opened.size(), QSize(980, 680).boundedTo(available.size()).expandedTo(QSize(760, 560)));
+    const QPoint off = opened.geometry().center() - available.center();
+    EXPECT_LE(off.manhattanLength(), 2);
+}
+
+TEST_F(MainWindowTest, WhileOpen_LooksAtTheRightsEveryTwoSeconds) {
+    (void)openWindow();
+    rights.granted = {PrivacyRight::Microphone};
+    loop.advance(2s - 1us);
+    EXPECT_FALSE(perms.micGranted());
+    loop.advance(1us);
+    EXPECT_TRUE(perms.micGranted());
+    rights.granted.clear();
+    loop.advance(2s);
+    EXPECT_FALSE(perms.micGranted());
+}
+
+TEST_F(MainWindowTest, Opened_LooksAtTheRightsAtOnce) {
+    rights.granted = {PrivacyRight::Accessibility};
+    (void)openWindow();
+    EXPECT_TRUE(perms.accessibilityGranted());
+}
+
+TEST_F(MainWindowTest, Closed_SaysSoOnceAndPollsNoMore) {
+    MainWindow& opened = openWindow();
+    const QSignalSpy closed(&opened, &MainWindow::closed);
+    opened.close();
+    EXPECT_EQ(closed.size(), 1);
+    EXPECT_FALSE(opened.isVisible());
+    EXPECT_EQ(loop.pendingTimers(), 0U);
+}
+
+TEST_F(MainWindowTest, CloseKeyPressed_Closes) {
+    MainWindow& opened = openWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&opened));
+    const QSignalSpy closed(&opened, &MainWindow::closed);
+    QTest::keyClick(static_cast<QWindow*>(&opened), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_EQ(closed.size(), 1);
+}
+
+TEST_F(MainWindowTest, OpenedAgain_ComesBackWithoutASecondTimer) {
+    MainWindow& opened = openWindow();
+    const std::size_t timers = loop.pendingTimers();
+    opened.setWindowState(Qt::WindowMinimized);
+    opened.open();
+    EXPECT_FALSE(opened.windowStates().testFlag(Qt::WindowMinimized));
+    EXPECT_TRUE(opened.isVisible());
+    EXPECT_EQ(loop.pendingTimers(), timers);
+}
+
+TEST_F(MainWindowTest, Deleted_LeavesNothingBehind) {
+    (void)openWindow();
+    nav.openSettings();
+    window.reset();
+    EXPECT_EQ(loop.pendingTimers(), 0U);
+    nav.openMeetings();
+    store.add(dictated(loop.date(), QStringLiteral("после")));
+    settings.setThemeColor(QStringLiteral("teal"));
+    EXPECT_TRUE(engine.isMade());
+    EXPECT_TRUE(openWindow().isVisible());
+}
+
+TEST_F(MainWindowTest, SchemeChanges_TheBackgroundFollows) {
+    const MainWindow& opened = openWindow();
+    EXPECT_EQ(opened.color(), QColor(14, 18, 20));
+    scheme.setDark(false);
+    EXPECT_EQ(opened.color(), QColor(Qt::white));
+}
