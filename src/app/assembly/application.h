@@ -24,6 +24,7 @@
 #include "platform/linux/x11_compositing.h"
 #include "platform/linux/x11_event_tap_factory.h"
 #include "platform/linux/x11_paste_queue.h"
+#include "platform/linux/x11_task_bar.h"
 #include "platform/linux/x11_workspace.h"
 #include "ui/kit/v_theme.h"
 #include "ui/qml_engine.h"
@@ -91,6 +92,7 @@ private:
     DesktopColorScheme m_colorScheme;
     VTheme m_theme{m_settings, m_colorScheme};
     X11Compositing m_compositing;
+    X11TaskBar m_taskBar;
     DesktopScreens m_screens;
     TrayStatusItem m_statusItem;
     AppNavigator m_navigator;
