@@ -64,7 +64,16 @@ GalleryView capsule(const QString& name, const PipelineState& shown, const char*
 } // namespace
 
 std::vector<GalleryView> capsuleViews() {
-    std::vector<GalleryView> views;
+    std::vector<GalleryView> views{
+        {.name = QStringLiteral("capsule-live-dot"),
+         .module = "Hud",
+         .type = "LiveDot",
+         .size = {},
+         .prepare =
+             [](GalleryWorld&) {
+                 return QVariantMap{{QStringLiteral("size"), 14}};
+             }},
+    };
     for (const char* size : {"small", "medium", "large"}) {
         for (const bool minimal : {false, true}) {
             const QString form =
