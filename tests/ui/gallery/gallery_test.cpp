@@ -106,9 +106,9 @@ TEST(GalleryProgram, Render_WritesTheNamedPictureAtItsScale) {
     const auto render = [&folder](const char* scale) {
         const Outcome run =
             gallery({QStringLiteral("--render"), folder.filePath(QLatin1String(scale)),
-                     QStringLiteral("capsule-live-dot"), QStringLiteral("--scale"), QLatin1String(scale)});
+                     QStringLiteral("kit-tool-tip"), QStringLiteral("--scale"), QLatin1String(scale)});
         EXPECT_EQ(run.exitCode, 0) << run.errors.toStdString();
-        return QImage(folder.filePath(QLatin1String(scale) + QStringLiteral("/capsule-live-dot.png")));
+        return QImage(folder.filePath(QLatin1String(scale) + QStringLiteral("/kit-tool-tip.png")));
     };
     const QImage single = render("1");
     ASSERT_FALSE(single.isNull());
