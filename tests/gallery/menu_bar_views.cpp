@@ -59,13 +59,21 @@ GalleryView ready(const char* name, const QString& keyLabel, const QString& note
     return popup(name, {keyLabel, note, true, true, true});
 }
 
+QQuickItem* rowOf(QQuickItem& item, const QString& label) {
+    if (item.property("label") == label)
+        return &item;
+    for (QQuickItem* child : item.childItems())
+        if (QQuickItem* row = rowOf(*child, label))
+            return row;
+    return nullptr;
+}
+
 GalleryView worked() {
     GalleryView view = ready("menu-popup-worked", QStringLiteral("Right ⌥"));
     view.arrange = [](QQuickItem& root) {
         QMetaObject::invokeMethod(&root, "moveFocus", Q_ARG(QVariant, false));
-        for (QQuickItem* row : root.findChildren<QQuickItem*>())
-            if (row->property("label") == QStringLiteral("Настройки"))
-                hover(*row);
+        if (QQuickItem* row = rowOf(root, QStringLiteral("Настройки")))
+            hover(*row);
     };
     return view;
 }
