@@ -26,6 +26,8 @@ public:
     /// Where it is on the screen, where the tray tells; else where the pointer is, for that is what has just
     /// clicked it.
     [[nodiscard]] virtual std::optional<QRect> frame() const = 0;
+    /// Whether the pointer may be on it: true as well where the tray doesn't tell its place.
+    [[nodiscard]] virtual bool isUnderPointer() const = 0;
 
 Q_SIGNALS:
     /// Any mouse button, or the keyboard.

@@ -15,6 +15,8 @@ public:
     void setToolTip(const QString& text) override { toolTip = text; }
     [[nodiscard]] std::optional<QRect> frame() const override { return anchor; }
 
+    [[nodiscard]] bool isUnderPointer() const override { return underPointer; }
+
     void click() { Q_EMIT clicked(); }
     void moveTo(const std::optional<QRect>& place) {
         const bool wasShown = isShown();
@@ -23,6 +25,7 @@ public:
             Q_EMIT shownChanged();
     }
 
+    bool underPointer = true;
     std::optional<QRect> anchor = QRect(600, 0, 22, 22);
     QList<QImage> image;
     int imagesSet = 0;

@@ -85,4 +85,9 @@ std::optional<QRect> TrayStatusItem::frame() const {
     return place.isValid() ? place : QRect(QCursor::pos(), QSize(1, 1));
 }
 
+bool TrayStatusItem::isUnderPointer() const {
+    const std::optional<QRect> place = frame();
+    return place && place->contains(QCursor::pos());
+}
+
 } // namespace velmora

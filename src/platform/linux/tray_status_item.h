@@ -23,6 +23,7 @@ public:
     void setImage(const QList<QImage>& sizes) override;
     void setToolTip(const QString& text) override;
     [[nodiscard]] std::optional<QRect> frame() const override;
+    [[nodiscard]] bool isUnderPointer() const override;
 
 private:
     enum class Kind { StatusNotifier, XEmbed };

@@ -70,7 +70,8 @@ void MenuBarController::connectPopup(const MenuBarPopoverModel& popover) {
     connect(
         panel, &MenuBarPopupPanel::left, panel,
         [this] {
-            m_leftAt = m_loop.now();
+            if (m_statusItem.isUnderPointer())
+                m_leftAt = m_loop.now();
             closePopup();
         },
         Qt::QueuedConnection);

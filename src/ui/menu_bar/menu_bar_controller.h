@@ -74,7 +74,7 @@ private:
     MenuBarIcon m_icon;
     std::unique_ptr<QQmlComponent> m_view; ///< compiled once, before the first popup
     std::unique_ptr<MenuBarPopupPanel> m_popupPanel;
-    std::optional<MainLoop::TimePoint> m_leftAt; ///< when a popup was last left for another window
+    std::optional<MainLoop::TimePoint> m_leftAt; ///< when a popup was left by what may be a click on the icon
 };
 
 } // namespace velmora

@@ -221,6 +221,17 @@ TEST_F(MenuBarControllerTest, SecondClickTakesTheFocusFirst_DoesNotOpenAgain) {
     EXPECT_TRUE(isOpen());
 }
 
+TEST_F(MenuBarControllerTest, ClickedElsewhereAndAtOnceOnTheIcon_OpensAgain) {
+    open();
+    statusItem.underPointer = false;
+    QWindow other;
+    other.show();
+    other.requestActivate();
+    ASSERT_TRUE(closes());
+    statusItem.click();
+    EXPECT_TRUE(isOpen());
+}
+
 TEST_F(MenuBarControllerTest, ClickLongAfterTheFocusWentElsewhere_Opens) {
     open();
     QWindow other;
