@@ -1,23 +1,19 @@
 #include "app/app_delegate.h"
 #include "backend/sign_in.h"
 #include "foundation/log.h"
+#include "support/dictation_on_fakes.h"
 #include "support/fake_app_windows.h"
-#include "support/fake_audio.h"
-#include "support/fake_backend.h"
 #include "support/fake_color_scheme.h"
 #include "support/fake_compositing.h"
-#include "support/fake_desktop.h"
 #include "support/fake_event_tap.h"
 #include "support/fake_privacy_rights.h"
 #include "support/fake_screens.h"
 #include "support/fake_status_item.h"
-#include "support/hand_loop.h"
 #include "ui/kit/v_theme.h"
 #include "ui/qml_engine.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
@@ -29,7 +25,7 @@ namespace {
 
 const QString mismatch = QStringLiteral("velmora_auth_url_rejected: state mismatch");
 
-class AppDelegateTest : public testing::Test {
+class AppDelegateTest : public testing::Test, protected DictationOnFakes {
 protected:
     void open(const QString& url) {
         app.handleCommand(instance_command::OpenURL{url});
@@ -41,23 +37,8 @@ protected:
 
     QStringList lines;
     LogCapture capture{[this](const QString& line) { lines.append(line); }};
-    HandLoop loop;
-    QTemporaryDir folder;
     QString support = folder.filePath(QStringLiteral("Velmora"));
-    UserDefaults defaults{folder.filePath(QStringLiteral("d.json"))};
-    AppSettings settings{defaults};
-    FakeAudioEngine engine;
-    FakeAudioCodec codec;
-    AudioRecorder recorder{loop, defaults, engine, codec, folder.path()};
-    HistoryStore history{support};
     AuthStore authStore{support, defaults};
-    FakeDictateService server;
-    FakeAccountSession account;
-    FakeDesktop desktop;
-    TextInjector injector{loop, desktop, desktop};
-    FakeSoundPlayer player;
-    SoundCue sounds{settings, player};
-    FakeWorkspace workspace;
     SignIn signIn{authStore, workspace, QStringLiteral("https://landing.test")};
     FakeEventTapFactory keyboard;
     FakePrivacyRights rights = [] {

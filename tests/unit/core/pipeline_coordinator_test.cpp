@@ -1,12 +1,7 @@
-#include "core/pipeline_coordinator.h"
 #include "foundation/log.h"
-#include "support/fake_audio.h"
-#include "support/fake_backend.h"
-#include "support/fake_desktop.h"
-#include "support/hand_loop.h"
+#include "support/dictation_on_fakes.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
@@ -27,7 +22,7 @@ const QString emptyReply = QStringLiteral("Пустой ответ от серв
 const QString diverged =
     QStringLiteral("Velmora: dictate done diverged from streamed text — skipping residual");
 
-class PipelineCoordinatorTest : public testing::Test {
+class PipelineCoordinatorTest : public testing::Test, protected DictationOnFakes {
 protected:
     PipelineCoordinatorTest() {
         QObject::connect(&pipeline, &PipelineCoordinator::stateChanged,
@@ -70,23 +65,6 @@ protected:
 
     QStringList lines;
     LogCapture capture{[this](const QString& line) { lines.append(line); }};
-    HandLoop loop;
-    QTemporaryDir folder;
-    UserDefaults defaults{folder.filePath(QStringLiteral("d.json"))};
-    AppSettings settings{defaults};
-    FakeAudioEngine engine;
-    FakeAudioCodec codec;
-    AudioRecorder recorder{loop, defaults, engine, codec, folder.path()};
-    HistoryStore history{folder.filePath(QStringLiteral("Velmora"))};
-    FakeDictateService server;
-    FakeAccountSession account;
-    FakeDesktop desktop;
-    TextInjector injector{loop, desktop, desktop};
-    FakeSoundPlayer player;
-    SoundCue sounds{settings, player};
-    FakeWorkspace workspace;
-    PipelineCoordinator pipeline{
-        {loop, recorder, settings, history, server, account, injector, sounds, workspace}};
     std::vector<PipelineState> states;
 };
 
