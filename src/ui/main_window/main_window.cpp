@@ -1,12 +1,16 @@
 #include "ui/main_window/main_window.h"
 
+#include "ui/kit/brand_bars.h"
+#include "ui/kit/brand_mark.h"
 #include "ui/kit/ui_engine.h"
 #include "ui/kit/v_theme.h"
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QPainter>
 #include <QQuickItem>
 #include <QScreen>
+#include <QStyleHints>
 
 namespace velmora {
 namespace {
@@ -14,6 +18,20 @@ namespace {
 constexpr QSize contentSize(980, 680);
 constexpr QSize minimumContentSize(760, 560);
 constexpr auto permsInterval = std::chrono::seconds(2);
+
+/// For window lists of desktops that don't find the program's own icon.
+QIcon brandIcon(const QColor& accent) {
+    QIcon icon;
+    for (const int size : {16, 32, 64}) {
+        QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        paintBrandMark(painter, image.rect(), restingBrandBars, accent);
+        painter.end();
+        icon.addPixmap(QPixmap::fromImage(image));
+    }
+    return icon;
+}
 
 } // namespace
 
@@ -54,11 +72,28 @@ void MainWindow::open() {
 
 bool MainWindow::event(QEvent* event) {
     const bool handled = QQuickView::event(event);
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseMove)
+        followPointer(*static_cast<QMouseEvent*>(event));
     if (event->type() == QEvent::Close && event->isAccepted()) {
         m_permsTimer.invalidate();
         Q_EMIT closed();
     }
     return handled;
+}
+
+// The window moves with the background under the pointer. The desktop keeps the release to itself then, which
+// would leave a pointer handler of the view pressed, ready to drag the window again.
+void MainWindow::followPointer(const QMouseEvent& event) {
+    if (event.type() == QEvent::MouseButtonPress) {
+        const bool onBackground = !event.isAccepted() && event.button() == Qt::LeftButton;
+        m_backgroundPress = onBackground ? std::optional(event.position()) : std::nullopt;
+    } else if (m_backgroundPress && event.buttons().testFlag(Qt::LeftButton)) {
+        const QPointF way = event.position() - *m_backgroundPress;
+        if (way.manhattanLength() < QGuiApplication::styleHints()->startDragDistance())
+            return;
+        m_backgroundPress.reset();
+        startSystemMove();
+    }
 }
 
 void MainWindow::centreOnScreen() {
@@ -71,11 +106,13 @@ void MainWindow::centreOnScreen() {
     setGeometry(frame);
 }
 
-// What the desktop shows before the first frame, and while the window grows.
+// The background is what the desktop shows before the first frame, and while the window grows.
 void MainWindow::followColours() {
-    QColor background = VTheme::shared().windowBg();
+    const VTheme& theme = VTheme::shared();
+    QColor background = theme.windowBg();
     background.setAlpha(255);
     setColor(background);
+    setIcon(brandIcon(theme.accent()));
 }
 
 } // namespace velmora
