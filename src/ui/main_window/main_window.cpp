@@ -1,13 +1,10 @@
 #include "ui/main_window/main_window.h"
 
-#include "ui/kit/brand_bars.h"
-#include "ui/kit/brand_mark.h"
 #include "ui/kit/ui_engine.h"
 #include "ui/kit/v_theme.h"
 
 #include <QCursor>
 #include <QGuiApplication>
-#include <QPainter>
 #include <QQuickItem>
 #include <QScreen>
 #include <QStyleHints>
@@ -18,20 +15,6 @@ namespace {
 constexpr QSize contentSize(980, 680);
 constexpr QSize minimumContentSize(760, 560);
 constexpr auto permsInterval = std::chrono::seconds(2);
-
-/// For window lists of desktops that don't find the program's own icon.
-QIcon brandIcon(const QColor& accent) {
-    QIcon icon;
-    for (const int size : {16, 32, 64}) {
-        QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        paintBrandMark(painter, image.rect(), restingBrandBars, accent);
-        painter.end();
-        icon.addPixmap(QPixmap::fromImage(image));
-    }
-    return icon;
-}
 
 } // namespace
 
@@ -108,11 +91,9 @@ void MainWindow::centreOnScreen() {
 
 // The background is what the desktop shows before the first frame, and while the window grows.
 void MainWindow::followColours() {
-    const VTheme& theme = VTheme::shared();
-    QColor background = theme.windowBg();
+    QColor background = VTheme::shared().windowBg();
     background.setAlpha(255);
     setColor(background);
-    setIcon(brandIcon(theme.accent()));
 }
 
 } // namespace velmora
