@@ -30,13 +30,9 @@ VPlainButton {
             color: root.theme.textMuted
             font: VFont.mono(11)
         }
-        VRoundedRect {
+        MetaDot {
             x: 56
-            anchors.verticalCenter: parent.verticalCenter
-            width: 3
-            height: 3
-            radius: 1.5
-            color: root.theme.textDim
+            dark: root.dark
         }
         TagPill {
             x: 67

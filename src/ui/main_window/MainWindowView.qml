@@ -14,15 +14,6 @@ Item {
         color: Qt.alpha(VTheme.windowBg, 1)
     }
 
-    // Nothing that has a use of its own is under the pointer: the window moves with it.
-    DragHandler {
-        target: null
-        onActiveChanged: {
-            if (active && view.Window.window)
-                view.Window.window.startSystemMove();
-        }
-    }
-
     FocusScope {
         id: content
 

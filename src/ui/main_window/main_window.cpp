@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QScreen>
+#include <QStyleHints>
 
 namespace velmora {
 namespace {
@@ -54,11 +55,28 @@ void MainWindow::open() {
 
 bool MainWindow::event(QEvent* event) {
     const bool handled = QQuickView::event(event);
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseMove)
+        followPointer(*static_cast<QMouseEvent*>(event));
     if (event->type() == QEvent::Close && event->isAccepted()) {
         m_permsTimer.invalidate();
         Q_EMIT closed();
     }
     return handled;
+}
+
+// The window moves with the background under the pointer. The desktop keeps the release to itself then, which
+// would leave a pointer handler of the view pressed, ready to drag the window again.
+void MainWindow::followPointer(const QMouseEvent& event) {
+    if (event.type() == QEvent::MouseButtonPress) {
+        const bool onBackground = !event.isAccepted() && event.button() == Qt::LeftButton;
+        m_backgroundPress = onBackground ? std::optional(event.position()) : std::nullopt;
+    } else if (m_backgroundPress && event.buttons().testFlag(Qt::LeftButton)) {
+        const QPointF way = event.position() - *m_backgroundPress;
+        if (way.manhattanLength() < QGuiApplication::styleHints()->startDragDistance())
+            return;
+        m_backgroundPress.reset();
+        startSystemMove();
+    }
 }
 
 void MainWindow::centreOnScreen() {
@@ -71,7 +89,7 @@ void MainWindow::centreOnScreen() {
     setGeometry(frame);
 }
 
-// What the desktop shows before the first frame, and while the window grows.
+// The background is what the desktop shows before the first frame, and while the window grows.
 void MainWindow::followColours() {
     QColor background = VTheme::shared().windowBg();
     background.setAlpha(255);

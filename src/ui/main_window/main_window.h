@@ -34,12 +34,14 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    void followPointer(const QMouseEvent& event);
     void centreOnScreen();
     void followColours();
 
     MainLoop& m_loop;
     MainWindowModel m_model;
     Timer m_permsTimer;
+    std::optional<QPointF> m_backgroundPress; // where nothing else took it
 };
 
 } // namespace velmora

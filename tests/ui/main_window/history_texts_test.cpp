@@ -1,4 +1,4 @@
-#include "history_fixture.h"
+#include "support/history_stage.h"
 #include "ui/main_window/history_texts.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,4 @@
-#include "ui/kit/ui_engine.h"
-#include "ui/main_window/main_window.h"
-#include "window_fixture.h"
+#include "support/main_window_stage.h"
 
 #include <QScreen>
 #include <QSignalSpy>
@@ -14,40 +12,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// The window itself, as the program makes it.
-class MainWindowTest : public testing::Test, protected HistoryStage {
-protected:
-    [[nodiscard]] MainWindow& openWindow() {
-        window = std::make_unique<MainWindow>(MainWindow::Neighbours{engine,
-                                                                     loop,
-                                                                     {.loop = loop,
-                                                                      .nav = nav,
-                                                                      .perms = perms,
-                                                                      .settings = settings,
-                                                                      .store = store,
-                                                                      .authStore = auth,
-                                                                      .authSession = nullptr,
-                                                                      .pasteboard = desktop,
-                                                                      .workspace = workspace,
-                                                                      .info = info,
-                                                                      .settingsPath = QString()}});
-        window->open();
-        return *window;
-    }
-
-    UserDefaults defaults{folder.filePath(QStringLiteral("defaults.json"))};
-    AppSettings settings{defaults};
-    FakeColorScheme scheme;
-    VTheme theme{settings, scheme};
-    AuthStore auth{folder.path(), defaults};
-    FakePrivacyRights rights;
-    PermissionManager perms{rights};
-    AppNavigator nav;
-    FakeWorkspace workspace;
-    InfoDictionary info{{}};
-    UiEngine engine{makeQmlEngine};
-    std::unique_ptr<MainWindow> window;
-};
+class MainWindowTest : public testing::Test, protected MainWindowStage {};
 
 } // namespace
 

@@ -3,7 +3,7 @@
 #include "backend/auth_store.h"
 #include "core/permission_manager.h"
 #include "foundation/info_dictionary.h"
-#include "history_fixture.h"
+#include "support/history_stage.h"
 #include "support/fake_privacy_rights.h"
 #include "support/ui/view_host.h"
 #include "ui/main_window/main_window_model.h"
