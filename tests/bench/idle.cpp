@@ -34,7 +34,7 @@ public:
     }
     [[nodiscard]] Samples wakeups() const {
         return Samples(
-            {double(m_end.wakeups - m_begin.wakeups) / std::chrono::duration<double>(watched).count()});
+            {double(m_end.wakeupsSince(m_begin)) / std::chrono::duration<double>(watched).count()});
     }
     [[nodiscard]] Samples resident() const { return Samples({m_end.residentMegabytes}); }
     [[nodiscard]] Samples proportional() const { return Samples({m_end.proportionalMegabytes}); }

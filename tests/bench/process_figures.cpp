@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QFile>
 
+#include <ctime>
+
 namespace velmora::bench {
 namespace {
 
@@ -28,23 +30,37 @@ double megabytes(qint64 kibibytes) {
     return double(kibibytes) * 1024 / 1e6;
 }
 
+double cpuTime(qint64 pid) {
+    clockid_t clock{};
+    timespec time{};
+    if (clock_getcpuclockid(static_cast<pid_t>(pid), &clock) != 0 || clock_gettime(clock, &time) != 0)
+        throw NotMeasured(QStringLiteral("no processor time of process %1").arg(pid));
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
 } // namespace
 
 ProcessFigures ProcessFigures::of(qint64 pid) {
     const QString folder = QStringLiteral("/proc/%1/").arg(pid);
     ProcessFigures figures;
     const QDir tasks(folder + QStringLiteral("task"));
-    for (const QString& task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        const QString path = tasks.filePath(task);
-        // Nanoseconds; the times of "stat" are counted in hundredths of a second.
-        const QByteArray time = contentOf(path + QStringLiteral("/schedstat"));
-        figures.cpuMilliseconds += double(time.left(time.indexOf(' ')).toLongLong()) / 1e6;
-        figures.wakeups += field(contentOf(path + QStringLiteral("/status")), "voluntary_ctxt_switches");
-    }
+    for (const QString& task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+        figures.wakeups[task] =
+            field(contentOf(tasks.filePath(task) + QStringLiteral("/status")), "voluntary_ctxt_switches");
+    figures.cpuMilliseconds = cpuTime(pid);
     figures.residentMegabytes = megabytes(field(contentOf(folder + QStringLiteral("status")), "VmRSS"));
     figures.proportionalMegabytes =
         megabytes(field(contentOf(folder + QStringLiteral("smaps_rollup")), "Pss"));
     return figures;
+}
+
+qint64 ProcessFigures::wakeupsSince(const ProcessFigures& earlier) const {
+    qint64 sum = 0;
+    for (auto thread = wakeups.cbegin(); thread != wakeups.cend(); ++thread) {
+        if (earlier.wakeups.contains(thread.key()))
+            sum += *thread - earlier.wakeups.value(thread.key());
+    }
+    return sum;
 }
 
 double ownResidentMegabytes() {
