@@ -6,23 +6,21 @@
 #include "ui/menu_bar/menu_bar_icon_painter.h"
 #include "ui/menu_bar/menu_bar_popover_model.h"
 
-#include <QBuffer>
-
 namespace velmora::test {
 namespace {
 
-QString dataUrl(const QImage& image) {
-    QBuffer png;
-    png.open(QIODevice::WriteOnly);
-    image.save(&png, "PNG");
-    return QStringLiteral("data:image/png;base64,") + QString::fromLatin1(png.data().toBase64());
-}
-
-QVariantMap icon(const MenuBarIconPainter& painter, const char* name, MenuBarIconMode mode,
-                 const BrandBars& bars) {
+QVariantMap icon(const GalleryWorld& world, const char* name, MenuBarIconMode mode, const BrandBars& bars) {
+    const MenuBarIconPainter painter(accentColor(accentThemeFromName(world.settings.themeColor())));
+    // Files, for a view shows these at once, and other addresses only when it has read them.
+    const auto saved = [&](int scale) {
+        const QString path =
+            world.folder.filePath(QStringLiteral("%1-%2.png").arg(QLatin1String(name)).arg(scale));
+        painter.paint(mode, bars, scale).save(path);
+        return QUrl::fromLocalFile(path);
+    };
     return {{QStringLiteral("name"), QLatin1String(name)},
-            {QStringLiteral("22"), dataUrl(painter.paint(mode, bars, 1))},
-            {QStringLiteral("44"), dataUrl(painter.paint(mode, bars, 2))}};
+            {QStringLiteral("22"), saved(1)},
+            {QStringLiteral("44"), saved(2)}};
 }
 
 GalleryView icons() {
@@ -31,15 +29,13 @@ GalleryView icons() {
             .type = "TrayIconSheet",
             .size = {},
             .prepare = [](GalleryWorld& world) -> QVariantMap {
-                const MenuBarIconPainter painter(
-                    accentColor(accentThemeFromName(world.settings.themeColor())));
                 const std::vector<float> levels{0.1F, 0.5F, 0.3F, 0.62F, 0.4F, 0.55F, 0.2F};
                 return {{QStringLiteral("icons"),
                          QVariantList{
-                             icon(painter, "idle", MenuBarIconMode::Idle, restingBrandBars),
-                             icon(painter, "recording", MenuBarIconMode::Recording, voiceBars(levels)),
-                             icon(painter, "processing", MenuBarIconMode::Processing, waveBars(0.8)),
-                             icon(painter, "error", MenuBarIconMode::Error, restingBrandBars),
+                             icon(world, "idle", MenuBarIconMode::Idle, restingBrandBars),
+                             icon(world, "recording", MenuBarIconMode::Recording, voiceBars(levels)),
+                             icon(world, "processing", MenuBarIconMode::Processing, waveBars(0.8)),
+                             icon(world, "error", MenuBarIconMode::Error, restingBrandBars),
                          }}};
             }};
 }
