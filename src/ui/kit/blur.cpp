@@ -21,19 +21,21 @@ std::array<int, 3> boxRadii(qreal sigma) {
 }
 
 // One line of `count` bytes that lie `stride` apart.
-void blurLine(uchar* line, int count, qsizetype stride, int radius, std::vector<uchar>& copy) {
-    for (int i = 0; i < count; ++i)
-        copy[static_cast<std::size_t>(i)] = line[i * stride];
-    const int width = 2 * radius + 1;
-    int sum = 0;
-    for (int i = 0; i < std::min(radius, count); ++i)
-        sum += copy[static_cast<std::size_t>(i)];
-    for (int i = 0; i < count; ++i) {
+void blurLine(uchar* line, std::ptrdiff_t count, std::ptrdiff_t stride, std::ptrdiff_t radius,
+              std::vector<uchar>& copy) {
+    const auto original = copy.begin();
+    for (std::ptrdiff_t i = 0; i < count; ++i)
+        original[i] = line[i * stride];
+    const std::ptrdiff_t width = 2 * radius + 1;
+    std::ptrdiff_t sum = 0;
+    for (std::ptrdiff_t i = 0; i < std::min(radius, count); ++i)
+        sum += original[i];
+    for (std::ptrdiff_t i = 0; i < count; ++i) {
         if (i + radius < count)
-            sum += copy[static_cast<std::size_t>(i + radius)];
+            sum += original[i + radius];
         line[i * stride] = static_cast<uchar>((sum + width / 2) / width);
         if (i - radius >= 0)
-            sum -= copy[static_cast<std::size_t>(i - radius)];
+            sum -= original[i - radius];
     }
 }
 

@@ -74,7 +74,7 @@ std::vector<DayGroup> groupedByDay(const std::vector<HistoryItem>& items, Date n
             found->group.items.push_back(item);
         }
     }
-    std::ranges::stable_sort(older, std::ranges::greater(), &OlderDay::newest);
+    std::ranges::sort(older, std::ranges::greater(), &OlderDay::newest);
 
     std::vector<DayGroup> groups;
     for (DayGroup* group : {&ofToday, &ofYesterday})

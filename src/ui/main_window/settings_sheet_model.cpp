@@ -22,8 +22,8 @@ QString inHome(const QString& path) {
 } // namespace
 
 SettingsSheetModel::SettingsSheetModel(const AppNavigator& nav, PermissionManager& perms,
-                                       const InfoDictionary& info, Workspace& workspace, QString settingsPath,
-                                       QObject* parent)
+                                       const InfoDictionary& info, Workspace& workspace,
+                                       const QString& settingsPath, QObject* parent)
     : QObject(parent)
     , m_nav(nav)
     , m_workspace(workspace)

@@ -3,6 +3,8 @@
 #include "ui/main_window/app_navigator.h"
 #include "ui/main_window/permissions_model.h"
 
+#include <QUrl>
+
 namespace velmora {
 
 class InfoDictionary;
@@ -28,7 +30,7 @@ public:
     Q_ENUM(Page)
 
     SettingsSheetModel(const AppNavigator& nav, PermissionManager& perms, const InfoDictionary& info,
-                       Workspace& workspace, QString settingsPath, QObject* parent = nullptr);
+                       Workspace& workspace, const QString& settingsPath, QObject* parent = nullptr);
 
     [[nodiscard]] QString title() const;
     [[nodiscard]] Page page() const;

@@ -26,7 +26,7 @@ int waveFrameAt(MainLoop::TimePoint now) {
 }
 
 QString toolTip(const PipelineState& state) {
-    const QString name = QStringLiteral("Velmora");
+    QString name = QStringLiteral("Velmora");
     const auto with = [&name](const QString& what) { return name + QStringLiteral(" — ") + what; };
     switch (menuBarIconMode(state)) {
     case MenuBarIconMode::Idle:
