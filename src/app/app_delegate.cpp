@@ -31,6 +31,7 @@ AppDelegate::AppDelegate(const Neighbours& neighbours, QObject* parent)
     , m_statusItem(neighbours.statusItem)
     , m_screens(neighbours.screens)
     , m_compositing(neighbours.compositing)
+    , m_clicks(neighbours.clicks)
     , m_engine(neighbours.engine)
     , m_applicationSupportFolder(neighbours.applicationSupportFolder)
     , m_terminate(neighbours.terminate)
@@ -99,6 +100,7 @@ void AppDelegate::createMenuBar() {
         .statusItem = m_statusItem,
         .screens = m_screens,
         .compositing = m_compositing,
+        .clicks = m_clicks,
         .engine = m_engine,
         .loop = m_loop,
     });
@@ -185,12 +187,9 @@ void AppDelegate::openMain(const std::optional<QString>& tab, bool toHistory, bo
     m_mainWindow->makeKeyAndOrderFront();
 }
 
-// The window is still at work when it says so.
+// The window is still at work when it says so, and goes a turn later; the next one to be opened is another.
 void AppDelegate::mainWindowWillClose() {
-    m_loop.post([self = QPointer(this)] {
-        if (self)
-            self->m_mainWindow.reset();
-    });
+    m_loop.post([window = std::exchange(m_mainWindow, nullptr)] {});
 }
 
 void AppDelegate::startTestRecording() {

@@ -39,6 +39,7 @@ public:
         StatusItem& statusItem;
         Screens& screens;
         Compositing& compositing;
+        ClickWatch& clicks;
         UiEngine& engine;
         QString applicationSupportFolder;
         std::function<void()> terminate;
@@ -95,6 +96,7 @@ private:
     StatusItem& m_statusItem;
     Screens& m_screens;
     Compositing& m_compositing;
+    ClickWatch& m_clicks;
     UiEngine& m_engine;
     const QString m_applicationSupportFolder;
     const std::function<void()> m_terminate;
@@ -105,7 +107,7 @@ private:
     HotkeyGestureGate m_gate;
     std::unique_ptr<MenuBarController> m_menuBar;
     std::unique_ptr<HudPanel> m_hud;         // only while it is visible
-    std::unique_ptr<AppWindow> m_mainWindow; // only while it is open
+    std::shared_ptr<AppWindow> m_mainWindow; // only while it is open
     Timer m_hotkeyRetryTimer;
     Timer m_prewarmTimer;
     TaskScope m_tasks;

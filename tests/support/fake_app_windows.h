@@ -26,7 +26,8 @@ public:
     bool hudIsShown = false;
     QStringList hudSteps; ///< of the capsule on the screen
     int mainWindowsMade = 0;
-    AppWindow* mainWindow = nullptr; ///< while it is open
+    AppWindow* mainWindow = nullptr; ///< the last one made
+    int mainWindowsOpen = 0;
     int mainWindowFronts = 0;
 
 private:
@@ -52,8 +53,10 @@ private:
     class Window final : public AppWindow {
     public:
         explicit Window(FakeAppWindows& windows)
-            : m_windows(windows) {}
-        ~Window() override { m_windows.mainWindow = nullptr; }
+            : m_windows(windows) {
+            ++m_windows.mainWindowsOpen;
+        }
+        ~Window() override { --m_windows.mainWindowsOpen; }
         Window(const Window&) = delete;
         Window& operator=(const Window&) = delete;
         void makeKeyAndOrderFront() override { ++m_windows.mainWindowFronts; }

@@ -81,17 +81,15 @@ Application::Application(const Setup& setup)
           .statusItem = m_statusItem,
           .screens = m_screens,
           .compositing = m_compositing,
+          .clicks = m_clicks,
           .engine = m_uiEngine,
           .applicationSupportFolder = setup.supportFolder,
           .terminate = [] { QCoreApplication::quit(); },
       }) {
-    QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &m_delegate,
-                     [this](Qt::ApplicationState state) {
-                         if (state != Qt::ApplicationActive)
-                             return;
-                         m_delegate.handleAppBecameActive();
-                         m_screenRecordingMonitor.applicationBecameActive();
-                     });
+    QObject::connect(&m_activation, &ActivationObserver::becameActive, &m_delegate, [this] {
+        m_delegate.handleAppBecameActive();
+        m_screenRecordingMonitor.applicationBecameActive();
+    });
     const auto setIcon = [this] { QGuiApplication::setWindowIcon(brandIcon(m_theme.accent())); };
     QObject::connect(&m_theme, &VTheme::changed, &m_delegate, setIcon);
     setIcon();

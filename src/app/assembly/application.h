@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/activation_observer.h"
 #include "app/app_delegate.h"
 #include "app/assembly/windows_on_screen.h"
 #include "backend/auth_session.h"
@@ -21,6 +22,7 @@
 #include "platform/linux/pulse_devices.h"
 #include "platform/linux/pulse_sound_player.h"
 #include "platform/linux/tray_status_item.h"
+#include "platform/linux/x11_click_watch.h"
 #include "platform/linux/x11_compositing.h"
 #include "platform/linux/x11_event_tap_factory.h"
 #include "platform/linux/x11_paste_queue.h"
@@ -92,6 +94,7 @@ private:
     DesktopColorScheme m_colorScheme;
     VTheme m_theme{m_settings, m_colorScheme};
     X11Compositing m_compositing;
+    X11ClickWatch m_clicks;
     X11TaskBar m_taskBar;
     DesktopScreens m_screens;
     TrayStatusItem m_statusItem;
@@ -99,6 +102,7 @@ private:
     UiEngine m_uiEngine{makeQmlEngine};
     WindowsOnScreen m_windows;
     AppDelegate m_delegate;
+    ActivationObserver m_activation;
 };
 
 } // namespace velmora

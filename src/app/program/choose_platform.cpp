@@ -3,14 +3,31 @@
 #include "platform/linux/x11_connection.h"
 
 namespace velmora {
+namespace {
+
+constexpr const char* variable = "QT_QPA_PLATFORM";
+
+bool isOurs = false;
+
+void choose(const char* platform) {
+    qputenv(variable, platform);
+    isOurs = true;
+}
+
+} // namespace
 
 void choosePlatform() {
-    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    if (qEnvironmentVariableIsSet(variable))
         return;
     if (X11Connection().isOpen())
-        qputenv("QT_QPA_PLATFORM", "xcb");
+        choose("xcb");
     else if (!qEnvironmentVariableIsSet("WAYLAND_DISPLAY"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+        choose("offscreen");
+}
+
+void forgetPlatform() {
+    if (std::exchange(isOurs, false))
+        qunsetenv(variable);
 }
 
 } // namespace velmora

@@ -1,5 +1,5 @@
-#include "app/command_line.h"
 #include "app/assembly/application.h"
+#include "app/command_line.h"
 #include "choose_platform.h"
 #include "platform/linux/make_instance_link.h"
 #include "quit_on_signals.h"
@@ -88,6 +88,7 @@ int main(int argc, char** argv) {
         QGuiApplication::setDesktopFileName(QStringLiteral("app.velmora.Velmora"));
         QGuiApplication::setQuitOnLastWindowClosed(false);
         application = std::make_unique<QApplication>(argc, argv);
+        forgetPlatform();
     } else {
         application = std::make_unique<QCoreApplication>(argc, argv);
     }

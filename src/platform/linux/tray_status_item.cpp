@@ -7,10 +7,9 @@
 namespace velmora {
 namespace {
 
+// Of two quick clicks the second is told as a double click, and nothing else.
 bool isClick(QSystemTrayIcon::ActivationReason reason) {
-    // A double click has been told as a click already, by its first half.
-    return reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::Context ||
-           reason == QSystemTrayIcon::MiddleClick;
+    return reason != QSystemTrayIcon::Unknown;
 }
 
 } // namespace

@@ -20,6 +20,12 @@ FocusScope {
     property Component mark: null
     signal action()
 
+    /// Shows `successTitle` for a moment, as a press does.
+    function succeed() {
+        didSucceed = true;
+        fade.restart();
+    }
+
     readonly property bool small: size === VButtonSize.Sm
     readonly property VTheme theme: VTheme.scheme(dark)
     readonly property color ink: primary ? theme.onAccent : ghost ? theme.textMuted : theme.text
@@ -38,10 +44,8 @@ FocusScope {
         leftPadding: root.small ? 12 : 16
         rightPadding: leftPadding
         onClicked: {
-            if (root.showSuccessFeedback) {
-                root.didSucceed = true;
-                fade.restart();
-            }
+            if (root.showSuccessFeedback)
+                root.succeed();
             root.action();
         }
 

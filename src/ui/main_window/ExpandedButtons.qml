@@ -18,7 +18,7 @@ Item {
     implicitHeight: row.implicitHeight
 
     function pressCopyCleaned() {
-        cleaned.didSucceed = true;
+        cleaned.succeed();
         copyCleaned();
     }
 

@@ -27,11 +27,13 @@ MenuBarController::MenuBarController(const Neighbours& neighbours, QObject* pare
     , m_statusItem(neighbours.statusItem)
     , m_screens(neighbours.screens)
     , m_compositing(neighbours.compositing)
+    , m_clicks(neighbours.clicks)
     , m_engine(neighbours.engine)
     , m_loop(neighbours.loop)
     , m_icon(neighbours.coord, neighbours.settings, neighbours.statusItem, neighbours.loop) {
     connect(&m_statusItem, &StatusItem::clicked, this, &MenuBarController::handleClick);
     connect(&m_compositing, &Compositing::changed, this, &MenuBarController::closePopup);
+    connect(&m_clicks, &ClickWatch::pressed, this, &MenuBarController::pressed);
 }
 
 MenuBarController::~MenuBarController() = default;
@@ -61,6 +63,14 @@ void MenuBarController::openPopup() {
     connectPopup(*popover);
     popover.release()->setParent(m_popupPanel.get());
     m_popupPanel->open();
+    m_clicks.setEnabled(true);
+}
+
+// The panel itself knows what to do with its own; a press on the icon becomes a click of it. Others close the
+// popup also where the desktop has refused it the keyboard, so that it has none to lose.
+void MenuBarController::pressed(const QPoint& at) {
+    if (m_popupPanel && !m_popupPanel->geometry().contains(at) && !m_statusItem.isUnderPointer())
+        closePopup();
 }
 
 // What the popup says is done in a later turn, so that it isn't deleted while it speaks; what it says after
@@ -88,6 +98,7 @@ void MenuBarController::connectPopup(const MenuBarPopoverModel& popover) {
 }
 
 void MenuBarController::closePopup() {
+    m_clicks.setEnabled(false);
     m_popupPanel.reset();
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/hotkey_monitor.h"
 #include "core/permission_manager.h"
+#include "platform/click_watch.h"
 #include "platform/compositing.h"
 #include "platform/screens.h"
 #include "ui/kit/ui_engine.h"
@@ -30,6 +31,7 @@ public:
         StatusItem& statusItem;
         Screens& screens;
         const Compositing& compositing;
+        ClickWatch& clicks;
         UiEngine& engine;
         MainLoop& loop;
     };
@@ -61,6 +63,7 @@ private:
     [[nodiscard]] std::unique_ptr<QQuickItem> makeView(MenuBarPopoverModel& popover, bool seeThrough);
     [[nodiscard]] std::unique_ptr<MenuBarPopoverModel> takeSnapshot() const;
     void connectPopup(const MenuBarPopoverModel& popover);
+    void pressed(const QPoint& at);
     [[nodiscard]] const Callback& callbackOf(PopoverAction action) const;
 
     HotkeyMonitor& m_hotkey;
@@ -69,6 +72,7 @@ private:
     StatusItem& m_statusItem;
     Screens& m_screens;
     const Compositing& m_compositing;
+    ClickWatch& m_clicks; ///< on while a popup is open
     UiEngine& m_engine;
     MainLoop& m_loop;
     MenuBarIcon m_icon;

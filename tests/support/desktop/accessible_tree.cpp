@@ -36,40 +36,45 @@ AccessibleObject describe(AtspiAccessible* object, AtspiStateSet* states) {
     return result;
 }
 
-void collect(AtspiAccessible* object, QList<AccessibleObject>& found) {
+/// Visits the children; false when the bus did not answer for one.
+template<typename Visit>
+bool forEachChild(AtspiAccessible* object, const Visit& visit) {
     atspi_accessible_clear_cache(object);
-    const Ref<AtspiStateSet> states{atspi_accessible_get_state_set(object)};
-    if (!states || !atspi_state_set_contains(states.get(), ATSPI_STATE_VISIBLE))
-        return;
-    found.append(describe(object, states.get()));
     const int count = atspi_accessible_get_child_count(object, nullptr);
+    bool complete = count >= 0;
     for (int i = 0; i < count; ++i) {
-        if (const Ref<AtspiAccessible> child{atspi_accessible_get_child_at_index(object, i, nullptr)})
-            collect(child.get(), found);
+        const Ref<AtspiAccessible> child{atspi_accessible_get_child_at_index(object, i, nullptr)};
+        complete = child && visit(child.get()) && complete;
     }
+    return complete;
+}
+
+bool collect(AtspiAccessible* object, QList<AccessibleObject>& found) {
+    const Ref<AtspiStateSet> states{atspi_accessible_get_state_set(object)};
+    if (!states)
+        return false;
+    if (!atspi_state_set_contains(states.get(), ATSPI_STATE_VISIBLE))
+        return true;
+    found.append(describe(object, states.get()));
+    return forEachChild(object, [&](AtspiAccessible* child) { return collect(child, found); });
 }
 
 } // namespace
 
-QList<AccessibleObject> accessibleObjects(const QString& application) {
+QList<AccessibleObject> accessibleObjects(const QString& application, bool* complete) {
     [[maybe_unused]] static const int initialised = atspi_init();
     QList<AccessibleObject> found;
+    bool seen = false;
     const Ref<AtspiAccessible> desktop{atspi_get_desktop(0)};
-    if (!desktop)
-        return found;
-    atspi_accessible_clear_cache(desktop.get());
-    const int count = atspi_accessible_get_child_count(desktop.get(), nullptr);
-    for (int i = 0; i < count; ++i) {
-        const Ref<AtspiAccessible> program{atspi_accessible_get_child_at_index(desktop.get(), i, nullptr)};
-        if (!program || taken(atspi_accessible_get_name(program.get(), nullptr)) != application)
-            continue;
-        const int windows = atspi_accessible_get_child_count(program.get(), nullptr);
-        for (int w = 0; w < windows; ++w) {
-            if (const Ref<AtspiAccessible> window{
-                    atspi_accessible_get_child_at_index(program.get(), w, nullptr)})
-                collect(window.get(), found);
-        }
-    }
+    const bool answered =
+        desktop && forEachChild(desktop.get(), [&](AtspiAccessible* program) {
+            if (taken(atspi_accessible_get_name(program, nullptr)) != application)
+                return true;
+            seen = true;
+            return forEachChild(program, [&](AtspiAccessible* window) { return collect(window, found); });
+        });
+    if (complete)
+        *complete = answered && seen;
     return found;
 }
 

@@ -18,8 +18,9 @@ struct AccessibleObject {
 };
 
 /// The objects that show of the running application of that name, in the order of its tree, as the
-/// accessibility bus tells them. Needs a virtual desktop with VIRTUAL_DESKTOP_A11Y=1.
-[[nodiscard]] QList<AccessibleObject> accessibleObjects(const QString& application);
+/// accessibility bus tells them; `complete` is whether it answered for every one of them. Needs a virtual
+/// desktop with VIRTUAL_DESKTOP_A11Y=1.
+[[nodiscard]] QList<AccessibleObject> accessibleObjects(const QString& application, bool* complete = nullptr);
 
 /// The first of them with that name, waited for; none when it does not come.
 [[nodiscard]] std::optional<AccessibleObject> waitForAccessible(const QString& application,

@@ -1,3 +1,4 @@
+#include "support/wait.h"
 #include "window_fixture.h"
 
 #include <QTest>
@@ -267,6 +268,11 @@ TEST_F(HistoryViewTest, CopyKeyInAnOpenItem_CopiesItsCleanedText) {
     host.press(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(desktop.clipboard, QStringLiteral("чистый"));
     EXPECT_THAT(texts(), Contains(QStringLiteral("Скопировано")));
+    const auto timers = host.root()->findChildren<QObject*>(QStringLiteral("successTimer"));
+    ASSERT_FALSE(timers.isEmpty());
+    for (QObject* timer : timers)
+        timer->setProperty("interval", 1);
+    EXPECT_TRUE(waitUntil([&] { return !texts().contains(QStringLiteral("Скопировано")); }));
 }
 
 TEST_F(HistoryViewTest, CopyKeyWithASelection_CopiesTheSelection) {

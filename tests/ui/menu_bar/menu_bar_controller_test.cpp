@@ -1,4 +1,5 @@
 #include "support/dictation_on_fakes.h"
+#include "support/fake_click_watch.h"
 #include "support/fake_color_scheme.h"
 #include "support/fake_compositing.h"
 #include "support/fake_event_tap.h"
@@ -65,9 +66,10 @@ protected:
     FakeStatusItem statusItem;
     FakeScreens screens;
     FakeCompositing compositing;
+    FakeClickWatch clicks;
     UiEngine engine{makeQmlEngine};
     MenuBarController controller{
-        {pipeline, hotkey, perms, settings, statusItem, screens, compositing, engine, loop}};
+        {pipeline, hotkey, perms, settings, statusItem, screens, compositing, clicks, engine, loop}};
 };
 
 } // namespace
@@ -208,6 +210,24 @@ TEST_F(MenuBarControllerTest, ClickOnTheShadow_Closes) {
     EXPECT_TRUE(closes());
 }
 
+TEST_F(MenuBarControllerTest, PressedElsewhereWhileItHasNoFocus_Closes) {
+    statusItem.click();
+    statusItem.underPointer = false;
+    clicks.press(panel()->geometry().bottomRight() + QPoint(5, 5));
+    EXPECT_FALSE(isOpen());
+    EXPECT_FALSE(clicks.enabled);
+}
+
+TEST_F(MenuBarControllerTest, PressedInItOrOnTheIcon_IsLeftToThem) {
+    statusItem.click();
+    statusItem.underPointer = false;
+    clicks.press(panel()->geometry().center());
+    EXPECT_TRUE(isOpen());
+    statusItem.underPointer = true;
+    clicks.press(statusItem.frame()->center());
+    EXPECT_TRUE(isOpen());
+}
+
 TEST_F(MenuBarControllerTest, SecondClickTakesTheFocusFirst_DoesNotOpenAgain) {
     open();
     QWindow tray;
@@ -245,7 +265,7 @@ TEST_F(MenuBarControllerTest, ClickLongAfterTheFocusWentElsewhere_Opens) {
 
 TEST_F(MenuBarControllerTest, ControllerGoneWhileOpen_TakesThePopupAlong) {
     auto other = std::make_unique<MenuBarController>(MenuBarController::Neighbours{
-        pipeline, hotkey, perms, settings, statusItem, screens, compositing, engine, loop});
+        pipeline, hotkey, perms, settings, statusItem, screens, compositing, clicks, engine, loop});
     other->openPopup();
     const QPointer<MenuBarPopupPanel> popup = other->popupPanel();
     ASSERT_TRUE(popup);

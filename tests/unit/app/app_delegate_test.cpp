@@ -3,17 +3,23 @@
 #include "foundation/log.h"
 #include "support/dictation_on_fakes.h"
 #include "support/fake_app_windows.h"
+#include "support/fake_click_watch.h"
 #include "support/fake_color_scheme.h"
 #include "support/fake_compositing.h"
 #include "support/fake_event_tap.h"
 #include "support/fake_privacy_rights.h"
 #include "support/fake_screens.h"
 #include "support/fake_status_item.h"
+#include "support/wait.h"
 #include "ui/kit/v_theme.h"
 #include "ui/qml_engine.h"
 
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
+#include <QPointer>
+#include <QTest>
+#include <QWindow>
 
 #include <gmock/gmock.h>
 
@@ -51,6 +57,7 @@ protected:
     FakeStatusItem statusItem;
     FakeScreens screens;
     FakeCompositing compositing;
+    FakeClickWatch clicks;
     FakeColorScheme scheme;
     VTheme theme{settings, scheme};
     UiEngine engineOfViews{makeQmlEngine};
@@ -70,6 +77,7 @@ protected:
         .statusItem = statusItem,
         .screens = screens,
         .compositing = compositing,
+        .clicks = clicks,
         .engine = engineOfViews,
         .applicationSupportFolder = support,
         .terminate = [this] { ++terminations; },
@@ -361,18 +369,27 @@ TEST_F(AppDelegateTest, OpenMainTwice_IsOneWindowBroughtToTheFront) {
 TEST_F(AppDelegateTest, MainWindowClosed_IsDroppedAndMadeAnewNextTime) {
     app.openMain({}, true);
     windows.mainWindow->windowWillClose();
-    EXPECT_TRUE(windows.mainWindow) << "it is still at work when it says so";
+    EXPECT_EQ(windows.mainWindowsOpen, 1) << "it is still at work when it says so";
     loop.runPosted();
-    EXPECT_FALSE(windows.mainWindow);
+    EXPECT_EQ(windows.mainWindowsOpen, 0);
     app.openMain({}, true);
     EXPECT_EQ(windows.mainWindowsMade, 2);
+}
+
+TEST_F(AppDelegateTest, MainWindowOpenedAgainWhileItCloses_IsANewOneThatStays) {
+    app.openMain({}, true);
+    windows.mainWindow->windowWillClose();
+    app.openMain({}, true);
+    loop.runPosted();
+    EXPECT_EQ(windows.mainWindowsMade, 2);
+    EXPECT_EQ(windows.mainWindowsOpen, 1);
 }
 
 TEST_F(AppDelegateTest, SecondStart_OpensTheMainWindowWithWhatItShowedLast) {
     app.applicationDidFinishLaunching();
     navigator.openMeetings();
     app.handleCommand(instance_command::Activate{});
-    EXPECT_TRUE(windows.mainWindow);
+    EXPECT_EQ(windows.mainWindowsOpen, 1);
     EXPECT_EQ(navigator.screen(), MainScreen::Meetings);
 }
 
@@ -392,7 +409,7 @@ TEST_F(AppDelegateTest, DismissModalUIThen_ClosesSettingsAndWindowAndCallsBackAM
     bool called = false;
     app.dismissModalUIThen([&] { called = true; });
     EXPECT_FALSE(navigator.showSettingsSheet());
-    EXPECT_FALSE(windows.mainWindow);
+    EXPECT_EQ(windows.mainWindowsOpen, 0);
     loop.advance(449ms);
     EXPECT_FALSE(called);
     loop.advance(1ms);
@@ -407,4 +424,38 @@ TEST_F(AppDelegateTest, MicrophoneComesAfterTheStart_IsPrewarmedOnce) {
     EXPECT_EQ(engine.prepares, 1);
     app.devicesChanged();
     EXPECT_EQ(engine.prepares, 1);
+}
+
+TEST_F(AppDelegateTest, PopupsRows_LeadWhereTheySay) {
+    app.applicationDidFinishLaunching();
+    loop.runPosted(); // the hotkey works
+    // Chooses the row of that number: the head, "История", "Созвоны", "Настройки", "О программе", "Выйти".
+    const auto choose = [&](int row) {
+        statusItem.click();
+        QWindow* popup = QGuiApplication::focusWindow();
+        ASSERT_TRUE(waitUntil([&] { return (popup = QGuiApplication::focusWindow()) != nullptr; }));
+        for (int down = 0; down <= row; ++down)
+            QTest::keyClick(popup, Qt::Key_Down);
+        const QPointer<QWindow> open(popup);
+        QTest::keyClick(popup, Qt::Key_Return);
+        ASSERT_TRUE(waitUntil([&] { return open.isNull(); }));
+    };
+    choose(0);
+    EXPECT_TRUE(isRecording());
+    navigator.openMeetings();
+    choose(1);
+    EXPECT_EQ(navigator.screen(), MainScreen::History);
+    choose(2);
+    EXPECT_EQ(navigator.screen(), MainScreen::Meetings);
+    choose(3);
+    EXPECT_EQ(navigator.settingsTab(), QStringLiteral("general"));
+    EXPECT_TRUE(navigator.showSettingsSheet());
+    choose(4);
+    EXPECT_EQ(navigator.settingsTab(), QStringLiteral("about"));
+    EXPECT_EQ(terminations, 0);
+    choose(5);
+    EXPECT_EQ(terminations, 1);
+    rights.granted.erase(PrivacyRight::Accessibility);
+    choose(0);
+    EXPECT_EQ(navigator.settingsTab(), QStringLiteral("permissions"));
 }

@@ -1,6 +1,7 @@
 #include "embedding_tray.h"
 #include "platform/linux/desktop_screens.h"
 #include "platform/linux/tray_status_item.h"
+#include "platform/linux/x11_click_watch.h"
 #include "platform/linux/x11_compositing.h"
 #include "pointer_hand.h"
 #include "support/desktop/physical_keyboard.h"
@@ -71,9 +72,10 @@ protected:
     TrayStatusItem item;
     DesktopScreens screens;
     X11Compositing compositing;
+    X11ClickWatch clickWatch;
     UiEngine engine{makeQmlEngine};
     MenuBarController controller{
-        {pipeline, hotkey, perms, settings, item, screens, compositing, engine, loop}};
+        {pipeline, hotkey, perms, settings, item, screens, compositing, clickWatch, engine, loop}};
     PointerHand hand;
 };
 
