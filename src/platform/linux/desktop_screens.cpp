@@ -51,6 +51,7 @@ std::optional<ScreenArea> DesktopScreens::screenAt(const QPoint& point) {
 
 QRect DesktopScreens::focusedWindow() {
     X11Connection& x = *m_connection;
+    x.discardEvents();
     const xcb_window_t window = x11ActiveWindow(x);
     if (window == XCB_WINDOW_NONE)
         return {};

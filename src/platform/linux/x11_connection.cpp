@@ -104,6 +104,11 @@ XcbEvent X11Connection::nextEvent() {
     return event;
 }
 
+void X11Connection::discardEvents() {
+    while (nextEvent()) {
+    }
+}
+
 bool X11Connection::hasWaitingEvents() {
     if (XcbEvent event{xcb_poll_for_queued_event(m_connection)})
         m_backlog.push_back(std::move(event));

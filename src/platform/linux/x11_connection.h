@@ -59,6 +59,9 @@ public:
 
     /// The next event that has arrived, or null. Never waits.
     [[nodiscard]] XcbEvent nextEvent();
+    /// Drops what has arrived; for connections that only ask, to which the server still tells of keyboard
+    /// mappings.
+    void discardEvents();
     /// Whether nextEvent() has one without asking the server, as it may after a wait for a reply.
     [[nodiscard]] bool hasWaitingEvents();
     /// The next event, or null when none comes in that time.

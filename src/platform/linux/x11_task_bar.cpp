@@ -1,7 +1,7 @@
 #include "platform/linux/x11_task_bar.h"
 
-#include <QPlatformSurfaceEvent>
 #include <QGuiApplication>
+#include <QPlatformSurfaceEvent>
 #include <QWindow>
 
 namespace velmora {
@@ -25,6 +25,7 @@ bool X11TaskBar::eventFilter(QObject* watched, QEvent* event) {
 
 // Before a window is mapped its state is a plain property, and Qt adds to what it finds there.
 void X11TaskBar::leaveOut(xcb_window_t window) {
+    m_connection.discardEvents();
     const std::array<xcb_atom_t, 2> states{m_connection.atom("_NET_WM_STATE_SKIP_TASKBAR"),
                                            m_connection.atom("_NET_WM_STATE_SKIP_PAGER")};
     xcb_change_property(m_connection.get(), XCB_PROP_MODE_APPEND, window, m_connection.atom("_NET_WM_STATE"),

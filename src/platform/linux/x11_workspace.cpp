@@ -17,6 +17,7 @@ std::optional<RunningApplication> X11Workspace::frontmostApplication() {
     X11Connection& x = *m_connection;
     if (!x.isOpen())
         return std::nullopt;
+    x.discardEvents();
     const auto found = findWindowClass(x, x11ActiveWindow(x));
     if (!found)
         return std::nullopt;

@@ -20,7 +20,7 @@ public:
     QString id;
     QString label;
     int icon = -1; ///< of VIcon; none when negative
-    QColor tint{}; ///< of the icon; the accent unless it is valid
+    QColor tint{}; ///< of the icon; that of the label unless it is valid
 
     bool operator==(const VPillNavItem&) const = default;
 };

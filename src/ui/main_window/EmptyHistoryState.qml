@@ -84,7 +84,7 @@ Item {
             topPadding: 8
             visible: text !== ""
             text: root.hotkeyNote
-            color: root.theme.textDim
+            color: root.theme.textMuted
             font: VFont.display(12)
         }
         Row {

@@ -2,6 +2,7 @@
 
 #include "ui/kit/ui_engine.h"
 #include "ui/kit/v_theme.h"
+#include "ui/main_window/window_place.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -12,8 +13,6 @@
 namespace velmora {
 namespace {
 
-constexpr QSize contentSize(980, 680);
-constexpr QSize minimumContentSize(760, 560);
 constexpr auto permsInterval = std::chrono::seconds(2);
 
 } // namespace
@@ -24,7 +23,6 @@ MainWindow::MainWindow(const Neighbours& neighbours)
     , m_model(neighbours.model) {
     setTitle(QStringLiteral("Velmora"));
     setResizeMode(SizeRootObjectToView);
-    setMinimumSize(minimumContentSize);
     followColours();
     connect(&VTheme::shared(), &VTheme::changed, this, &MainWindow::followColours);
     connect(this, &QWindow::activeChanged, this, [this] {
@@ -43,7 +41,10 @@ MainWindow::~MainWindow() {
 void MainWindow::open() {
     if (!isVisible()) {
         m_model.refresh();
-        m_permsTimer = m_loop.every(permsInterval, [this] { m_model.refresh(); });
+        m_permsTimer = m_loop.every(permsInterval, [this] {
+            if (isExposed()) // not while it is minimised
+                m_model.refresh();
+        });
         centreOnScreen();
     }
     if (windowStates().testFlag(Qt::WindowMinimized))
@@ -82,11 +83,9 @@ void MainWindow::followPointer(const QMouseEvent& event) {
 void MainWindow::centreOnScreen() {
     if (QScreen* pointed = QGuiApplication::screenAt(QCursor::pos()))
         setScreen(pointed);
-    const QRect available = screen()->availableGeometry();
-    const QSize size = contentSize.boundedTo(available.size()).expandedTo(minimumContentSize);
-    QRect frame(QPoint(), size);
-    frame.moveCenter(available.center());
-    setGeometry(frame);
+    const WindowPlace place = windowPlace(screen()->availableGeometry());
+    setMinimumSize(place.minimumSize);
+    setGeometry(place.frame);
 }
 
 // The background is what the desktop shows before the first frame, and while the window grows.

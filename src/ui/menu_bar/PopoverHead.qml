@@ -65,7 +65,7 @@ PopoverButton {
                 visible: text !== ""
                 text: head.note
                 wrapMode: Text.WordWrap
-                color: head.theme.textDim
+                color: head.theme.textMuted
                 font: VFont.display(10)
             }
         }

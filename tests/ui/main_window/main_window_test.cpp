@@ -31,7 +31,7 @@ TEST_F(MainWindowTest, Opened_IsAnOrdinaryOpaqueWindowInTheMiddleOfItsScreen) {
 }
 
 TEST_F(MainWindowTest, WhileOpen_LooksAtTheRightsEveryTwoSeconds) {
-    (void)openWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&openWindow()));
     rights.granted = {PrivacyRight::Microphone};
     loop.advance(2s - 1us);
     EXPECT_FALSE(perms.micGranted());
@@ -39,6 +39,16 @@ TEST_F(MainWindowTest, WhileOpen_LooksAtTheRightsEveryTwoSeconds) {
     EXPECT_TRUE(perms.micGranted());
     rights.granted.clear();
     loop.advance(2s);
+    EXPECT_FALSE(perms.micGranted());
+}
+
+TEST_F(MainWindowTest, OutOfSight_DoesNotLookAtTheRights) {
+    MainWindow& opened = openWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&opened));
+    opened.hide();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !opened.isExposed(); }));
+    rights.granted = {PrivacyRight::Microphone};
+    loop.advance(10s);
     EXPECT_FALSE(perms.micGranted());
 }
 
