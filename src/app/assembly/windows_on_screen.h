@@ -21,7 +21,7 @@ public:
         const Compositing& compositing;
         AppNavigator& navigator;
         HistoryStore& history;
-        const AuthStore& authStore;
+        AuthStore& authStore;
         const AuthSession& authSession;
         Pasteboard& pasteboard;
         Workspace& workspace;

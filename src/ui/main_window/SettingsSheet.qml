@@ -97,6 +97,8 @@ FocusScope {
 
         SettingsToCome {
             path: root.model.settingsPath
+            signedIn: root.model.signedIn
+            onSignIn: root.model.signIn()
             dark: root.dark
         }
     }

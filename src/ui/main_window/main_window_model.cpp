@@ -11,8 +11,8 @@ MainWindowModel::MainWindowModel(const Neighbours& neighbours, QObject* parent)
     , m_settings(neighbours.settings)
     , m_sidebar(neighbours.perms, neighbours.authStore, neighbours.authSession)
     , m_history(neighbours.store, neighbours.loop, neighbours.pasteboard)
-    , m_settingsSheet(neighbours.nav, neighbours.perms, neighbours.info, neighbours.workspace,
-                      neighbours.settingsPath) {
+    , m_settingsSheet(neighbours.nav, neighbours.perms, neighbours.authStore, neighbours.info,
+                      neighbours.workspace, neighbours.settingsPath) {
     for (const auto changed : {&AppSettings::hotkeyChanged, &AppSettings::hotkeyCustomLabelChanged,
                                &AppSettings::fnStandInChanged})
         connect(&m_settings, changed, this, &MainWindowModel::hotkeyChanged);

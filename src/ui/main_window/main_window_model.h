@@ -30,7 +30,7 @@ public:
         PermissionManager& perms;
         const AppSettings& settings;
         HistoryStore& store;
-        const AuthStore& authStore;
+        AuthStore& authStore;
         const AuthSession* authSession; ///< for the account's address; may be none
         Pasteboard& pasteboard;
         Workspace& workspace;

@@ -1,5 +1,7 @@
 #include "ui/main_window/settings_sheet_model.h"
 
+#include "backend/auth_store.h"
+#include "backend/backend_url.h"
 #include "foundation/info_dictionary.h"
 #include "platform/workspace.h"
 
@@ -22,16 +24,19 @@ QString inHome(const QString& path) {
 } // namespace
 
 SettingsSheetModel::SettingsSheetModel(const AppNavigator& nav, PermissionManager& perms,
-                                       const InfoDictionary& info, Workspace& workspace,
+                                       AuthStore& authStore, const InfoDictionary& info, Workspace& workspace,
                                        const QString& settingsPath, QObject* parent)
     : QObject(parent)
     , m_nav(nav)
+    , m_authStore(authStore)
     , m_workspace(workspace)
+    , m_signIn(authStore, workspace, landingURL(info))
     , m_version(versionText(info))
     , m_site(info.string(QStringLiteral("VelmorLandingURL")).value_or(QString()))
     , m_settingsPath(inHome(settingsPath))
     , m_permissions(perms) {
     connect(&nav, &AppNavigator::settingsTabChanged, this, &SettingsSheetModel::tabChanged);
+    connect(&authStore, &AuthStore::isLoggedInChanged, this, &SettingsSheetModel::signedInChanged);
 }
 
 QString SettingsSheetModel::title() const {
@@ -62,6 +67,14 @@ QString SettingsSheetModel::site() const {
 void SettingsSheetModel::openSite() {
     if (m_site.isValid())
         m_workspace.openURL(m_site);
+}
+
+bool SettingsSheetModel::signedIn() const {
+    return m_authStore.isLoggedIn();
+}
+
+void SettingsSheetModel::signIn() {
+    m_signIn.openLoginURL();
 }
 
 } // namespace velmora

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backend/sign_in.h"
 #include "ui/main_window/app_navigator.h"
 #include "ui/main_window/permissions_model.h"
 
@@ -7,6 +8,7 @@
 
 namespace velmora {
 
+class AuthStore;
 class InfoDictionary;
 class Workspace;
 
@@ -24,13 +26,15 @@ class SettingsSheetModel : public QObject {
     /// The program's site as it is shown; empty when there is none.
     Q_PROPERTY(QString site READ site CONSTANT)
     Q_PROPERTY(QString settingsPath READ settingsPath CONSTANT)
+    Q_PROPERTY(bool signedIn READ signedIn NOTIFY signedInChanged)
 
 public:
     enum class Page { Permissions, About, ToCome };
     Q_ENUM(Page)
 
-    SettingsSheetModel(const AppNavigator& nav, PermissionManager& perms, const InfoDictionary& info,
-                       Workspace& workspace, const QString& settingsPath, QObject* parent = nullptr);
+    SettingsSheetModel(const AppNavigator& nav, PermissionManager& perms, AuthStore& authStore,
+                       const InfoDictionary& info, Workspace& workspace, const QString& settingsPath,
+                       QObject* parent = nullptr);
 
     [[nodiscard]] QString title() const;
     [[nodiscard]] Page page() const;
@@ -39,14 +43,21 @@ public:
     [[nodiscard]] QString site() const;
     [[nodiscard]] QString settingsPath() const { return m_settingsPath; }
 
+    [[nodiscard]] bool signedIn() const;
+
     Q_INVOKABLE void openSite();
+    /// Opens the sign-in page in the browser, which hands the user back.
+    Q_INVOKABLE void signIn();
 
 Q_SIGNALS:
     void tabChanged();
+    void signedInChanged();
 
 private:
     const AppNavigator& m_nav;
+    const AuthStore& m_authStore;
     Workspace& m_workspace;
+    SignIn m_signIn;
     const QString m_version;
     const QUrl m_site;
     const QString m_settingsPath;

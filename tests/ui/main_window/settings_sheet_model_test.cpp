@@ -1,4 +1,6 @@
+#include "backend/auth_store.h"
 #include "foundation/info_dictionary.h"
+#include "foundation/user_defaults.h"
 #include "support/fake_desktop.h"
 #include "support/fake_privacy_rights.h"
 #include "ui/main_window/settings_sheet_model.h"
@@ -6,6 +8,7 @@
 #include <QAbstractItemModelTester>
 #include <QDir>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
@@ -18,13 +21,16 @@ namespace {
 class SettingsSheetModelTest : public testing::Test {
 protected:
     [[nodiscard]] SettingsSheetModel modelOf(const QJsonObject& values, const QString& path = QString()) {
-        return {nav, perms, InfoDictionary(values), workspace, path};
+        return {nav, perms, auth, InfoDictionary(values), workspace, path};
     }
 
     AppNavigator nav;
     FakePrivacyRights rights;
     PermissionManager perms{rights};
     FakeWorkspace workspace;
+    QTemporaryDir folder;
+    UserDefaults defaults{folder.filePath(QStringLiteral("defaults.json"))};
+    AuthStore auth{folder.path(), defaults};
 };
 
 } // namespace
@@ -115,4 +121,21 @@ TEST_F(SettingsSheetModelTest, MicrophoneAnsweredAfterTheWindowIsGone_StillLeads
     }
     rights.release();
     EXPECT_THAT(rights.openedSettings, ElementsAre(PrivacyRight::Microphone));
+}
+
+TEST_F(SettingsSheetModelTest, SignIn_OpensThePageWithAStateThatIsAccepted) {
+    SettingsSheetModel model =
+        modelOf({{QStringLiteral("VelmorLandingURL"), QStringLiteral("https://site.test")}});
+    EXPECT_FALSE(model.signedIn());
+    model.signIn();
+    ASSERT_EQ(workspace.opened.size(), 1);
+    const QString address = workspace.opened.front().toString();
+    const QString start = QStringLiteral("https://site.test/auth?source=app&state=");
+    ASSERT_TRUE(address.startsWith(start));
+    EXPECT_TRUE(auth.consumePendingAuthState(address.mid(start.size())));
+
+    const QSignalSpy changes(&model, &SettingsSheetModel::signedInChanged);
+    auth.save(QStringLiteral("a"), QStringLiteral("r"));
+    EXPECT_TRUE(model.signedIn());
+    EXPECT_EQ(changes.size(), 1);
 }
