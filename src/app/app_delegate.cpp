@@ -181,7 +181,7 @@ void AppDelegate::openMain(const std::optional<QString>& tab, bool toHistory, bo
     else if (tab)
         m_navigator.openSettings(*tab);
     if (!m_mainWindow) {
-        m_mainWindow = m_windows.makeMainWindow(m_permissions);
+        m_mainWindow = m_windows.makeMainWindow(m_permissions, m_hotkey);
         m_mainWindow->windowWillClose = [this] { mainWindowWillClose(); };
     }
     m_mainWindow->makeKeyAndOrderFront();

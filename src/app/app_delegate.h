@@ -8,8 +8,8 @@
 #include "core/permission_manager.h"
 #include "core/pipeline_coordinator.h"
 #include "platform/instance_link.h"
-#include "ui/main_window/app_navigator.h"
 #include "ui/menu_bar/menu_bar_controller.h"
+#include "ui/navigation/app_navigator.h"
 
 #include <QObject>
 

@@ -5,6 +5,7 @@
 
 namespace velmora {
 
+class HotkeyMonitor;
 class PermissionManager;
 class PipelineCoordinator;
 
@@ -36,7 +37,8 @@ public:
     virtual ~AppWindows() = default;
 
     [[nodiscard]] virtual std::unique_ptr<HudPanel> makeHud(PipelineCoordinator& pipeline) = 0;
-    [[nodiscard]] virtual std::unique_ptr<AppWindow> makeMainWindow(PermissionManager& permissions) = 0;
+    [[nodiscard]] virtual std::unique_ptr<AppWindow> makeMainWindow(PermissionManager& permissions,
+                                                                    HotkeyMonitor& hotkey) = 0;
     /// Makes the first capsule quick; called when the start is over.
     virtual void prewarm(PipelineCoordinator& pipeline) = 0;
 };

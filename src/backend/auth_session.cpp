@@ -4,7 +4,6 @@
 #include "backend/backend_error.h"
 #include "backend/backend_url.h"
 #include "backend/jwt_expiry.h"
-#include "foundation/main_loop.h"
 
 #include <QScopeGuard>
 
@@ -12,6 +11,7 @@ namespace velmora {
 namespace {
 
 constexpr double freshForSeconds = 120;
+constexpr auto patchPause = std::chrono::milliseconds(500);
 
 struct RefreshRequest {
     QString refreshToken;
@@ -162,8 +162,31 @@ Task<> AuthSession::refreshMe() {
         setLoading(false);
 }
 
+void AuthSession::patchPreferences(const PreferencesPatch& patch) {
+    setPreferences(patch.appliedTo(m_preferences.value_or(BackendPreferences())));
+    m_accumulatedPatch.merge(patch);
+    m_pendingPatchTask = m_loop.after(patchPause, [this] {
+        m_scope.start(QStringLiteral("preferences"), sendAccumulatedPatch());
+    });
+}
+
+Task<> AuthSession::sendAccumulatedPatch() {
+    co_await updatePreferences(std::exchange(m_accumulatedPatch, {}));
+}
+
+Task<BackendPreferences> AuthSession::updatePreferences(PreferencesPatch patch) {
+    const std::stop_token gone = m_scope.token();
+    BackendPreferences preferences = co_await authedRequest<BackendPreferences>(
+        QStringLiteral("/v1/me/preferences"), "PATCH", backendCoder.encode(patch), "application/json");
+    requireAlive(gone);
+    setPreferences(preferences);
+    co_return preferences;
+}
+
 Task<> AuthSession::logout() {
     const std::stop_token gone = m_scope.token();
+    m_pendingPatchTask.invalidate();
+    m_accumulatedPatch = {};
     if (isLoggedIn()) {
         try {
             co_await authedRequest<EmptyResponse>(QStringLiteral("/v1/auth/logout"), "POST");

@@ -5,13 +5,14 @@
 #include "backend/empty_response.h"
 #include "backend/http_transport.h"
 #include "backend/me_response.h"
+#include "backend/preferences_patch.h"
+#include "foundation/main_loop.h"
 
 #include <QObject>
 
 namespace velmora {
 
 class AuthStore;
-class MainLoop;
 
 /// The signed-in account towards the backend: every authorised request goes through here.
 class AuthSession final : public QObject, public AccountSession {
@@ -33,6 +34,12 @@ public:
     Task<> ensureFreshToken() override;
     /// Never fails: signed out here, whatever the server says.
     Task<> logout();
+
+    /// Changes the preferences here at once, and on the server after half a second without a further change,
+    /// all of them in one request. A failure there is dropped; the next refreshMe() then undoes the change.
+    void patchPreferences(const PreferencesPatch& patch);
+    /// Sends the patch at once and takes over what the server makes of it. Throws as authedRequest() does.
+    Task<BackendPreferences> updatePreferences(PreferencesPatch patch);
 
     /// A request with the current access token, for clients with a send loop of their own. `path` begins with
     /// or without "/" and may carry a percent-encoded query. An empty `contentType` sets no header. Throws
@@ -71,6 +78,7 @@ private:
     Task<HttpReply> send(HttpRequest request);
     Task<> rotateAccessToken();
     Task<> performRotation();
+    Task<> sendAccumulatedPatch();
     void setUser(std::optional<BackendUser> user);
     void setPreferences(std::optional<BackendPreferences> preferences);
     void setLoading(bool isLoading);
@@ -83,6 +91,8 @@ private:
     std::optional<BackendPreferences> m_preferences;
     bool m_isLoading = false;
     std::shared_ptr<Task<>> m_refreshTask; // the one rotation in flight
+    PreferencesPatch m_accumulatedPatch;   // not sent yet
+    Timer m_pendingPatchTask;                  // the pause after a change
     TaskScope m_scope;                     // last: requests in flight end before the rest goes
 };
 

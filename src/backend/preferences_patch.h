@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/json_value.h"
+#include "backend/backend_preferences.h"
 
 namespace velmora {
 
@@ -12,6 +12,10 @@ struct PreferencesPatch {
     std::optional<QString> meetingStorageMode;
 
     bool operator==(const PreferencesPatch&) const = default;
+
+    /// Takes over what `later` changes.
+    void merge(const PreferencesPatch& later);
+    [[nodiscard]] BackendPreferences appliedTo(BackendPreferences preferences) const;
 
     static constexpr auto jsonFields() {
         return std::tuple(json::field("transcribeLanguage", &PreferencesPatch::transcribeLanguage),

@@ -1,5 +1,6 @@
 #include "core/audio_recorder.h"
 
+#include "core/chosen_input.h"
 #include "core/level_meter.h"
 #include "core/pcm16.h"
 
@@ -56,7 +57,7 @@ private:
 
 AudioRecorder::AudioRecorder(MainLoop& loop, const UserDefaults& defaults, AudioEngine& engine,
                              AudioCodec& codec, QString temporaryFolder, QObject* parent)
-    : QObject(parent)
+    : LevelSource(parent)
     , m_loop(loop)
     , m_defaults(defaults)
     , m_engine(engine)
@@ -85,7 +86,7 @@ QString AudioRecorder::start() {
 void AudioRecorder::startEngine(const QString& path) {
     if (m_engine.authorization() != MicrophoneAuthorization::Authorized)
         throw AudioDeviceError(AudioDeviceError::MicNotAuthorized{});
-    chooseInput();
+    useChosenInput(m_engine, m_defaults);
     const AudioFormat inputFormat = m_engine.inputFormat();
     if (inputFormat.sampleRate <= 0)
         throw AudioDeviceError(AudioDeviceError::EngineUnavailable{});
@@ -94,7 +95,7 @@ void AudioRecorder::startEngine(const QString& path) {
     m_capture = std::make_shared<Capture>(openFile(path), std::move(converter), onPcmChunk);
     m_engine.installTap([this, capture = m_capture](const AudioBuffer& buffer) {
         m_loop.post([self = QPointer(this), level = levelOf(buffer)] {
-            if (self)
+            if (self && self->m_isRecording)
                 self->publishLevel(level);
         });
         capture->process(buffer);
@@ -116,19 +117,6 @@ void AudioRecorder::discard() {
     QFile::remove(*m_lastFileURL);
 }
 
-// A chosen microphone that has gone means recording from the system's default, without a word.
-void AudioRecorder::chooseInput() {
-    m_engine.useDefaultInput();
-    const QString uniqueID = m_defaults.string(QStringLiteral("micUniqueID")).value_or(QString());
-    if (uniqueID.isEmpty())
-        return;
-    try {
-        m_engine.setInputDevice(uniqueID);
-    } catch (const AudioDeviceError&) {
-        m_engine.useDefaultInput();
-    }
-}
-
 std::unique_ptr<AudioFile> AudioRecorder::openFile(const QString& path) {
     for (const int bitRate : {64000, 48000, 32000}) {
         try {
@@ -140,15 +128,6 @@ std::unique_ptr<AudioFile> AudioRecorder::openFile(const QString& path) {
     return m_codec.openForWriting(path, {targetFormat, std::nullopt, highQuality});
 }
 
-void AudioRecorder::publishLevel(float level) {
-    if (!m_isRecording)
-        return;
-    m_level = level;
-    m_levels.erase(m_levels.begin());
-    m_levels.push_back(level);
-    Q_EMIT levelsChanged();
-}
-
 void AudioRecorder::stop() {
     if (!m_isRecording)
         return;
@@ -158,10 +137,8 @@ void AudioRecorder::stop() {
     m_capture->finish();
     m_capture.reset();
     m_isRecording = false;
-    m_level = 0;
-    std::ranges::fill(m_levels, 0.0F);
     Q_EMIT isRecordingChanged();
-    Q_EMIT levelsChanged();
+    clearLevels();
 }
 
 void AudioRecorder::removeLeftovers() const {
@@ -174,7 +151,7 @@ void AudioRecorder::removeLeftovers() const {
 void AudioRecorder::prewarm() {
     if (m_isRecording || m_engine.authorization() != MicrophoneAuthorization::Authorized)
         return;
-    chooseInput();
+    useChosenInput(m_engine, m_defaults);
     (void)m_engine.inputFormat();
     m_engine.prepare();
 }

@@ -61,7 +61,20 @@ void HotkeyMonitor::ensureEnabled() {
         log(QStringLiteral("[Velmora] HotkeyMonitor.ensureEnabled: re-enabled disabled tap"));
 }
 
+void HotkeyMonitor::setSuspended(bool suspended) {
+    if (suspended == m_isSuspended)
+        return;
+    m_isSuspended = suspended;
+    if (suspended) {
+        m_activeChordKeyCode = -1;
+        queue(&HotkeyMonitor::releaseStep);
+    }
+    applySettings();
+}
+
 HotkeyMonitor::Binding HotkeyMonitor::currentBinding() const {
+    if (m_isSuspended)
+        return {};
     const QString hotkey = m_defaults.string(QStringLiteral("hotkey")).value_or(QStringLiteral("fn"));
     if (hotkey == QLatin1String("ralt"))
         return {-1, modifier::rightOption};

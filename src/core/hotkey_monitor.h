@@ -32,6 +32,9 @@ public:
     void start();
     /// Brings a disabled tap back, or starts.
     void ensureEnabled();
+    /// While the user chooses another hotkey, no key is one: a hotkey that is down counts as released, and a
+    /// chord's keys go to whoever asks for them.
+    void setSuspended(bool suspended);
 
 Q_SIGNALS:
     void isActiveChanged();
@@ -60,6 +63,7 @@ private:
     EventTapFactory& m_taps;
     std::unique_ptr<EventTap> m_tap;
     bool m_isActive = false;
+    bool m_isSuspended = false;
     bool m_isDown = false; // guards against double reports
     int m_activeChordKeyCode = -1;
 };

@@ -5,8 +5,10 @@
 #include <QtQml/QQmlExtensionPlugin>
 
 Q_IMPORT_QML_PLUGIN(Velmora_KitPlugin)
+Q_IMPORT_QML_PLUGIN(Velmora_NavigationPlugin)
 Q_IMPORT_QML_PLUGIN(Velmora_HudPlugin)
 Q_IMPORT_QML_PLUGIN(Velmora_MenuBarPlugin)
+Q_IMPORT_QML_PLUGIN(Velmora_SettingsPlugin)
 Q_IMPORT_QML_PLUGIN(Velmora_MainWindowPlugin)
 
 namespace velmora {

@@ -1,14 +1,9 @@
 #include "gallery/main_window_views.h"
 
-#include "backend/auth_session.h"
-#include "core/permission_manager.h"
-#include "foundation/info_dictionary.h"
 #include "gallery/gallery_world.h"
-#include "support/fake_http_transport.h"
-#include "support/fake_privacy_rights.h"
+#include "support/settings_stage.h"
 #include "ui/main_window/main_window_model.h"
 
-#include <QDir>
 #include <QQuickWindow>
 #include <QTest>
 
@@ -27,33 +22,24 @@ class WindowStage final : public QObject {
 public:
     WindowStage(GalleryWorld& world, const std::set<PrivacyRight>& granted)
         : QObject(world.stage())
-        , m_model({.loop = world.loop,
-                   .nav = nav,
-                   .perms = m_perms,
-                   .settings = world.settings,
-                   .store = world.history,
-                   .authStore = world.auth,
-                   .authSession = nullptr,
-                   .pasteboard = world.desktop,
-                   .workspace = world.workspace,
-                   .info = m_info,
-                   .settingsPath = QDir::homePath() + QStringLiteral("/.config/Velmora/defaults.json")}) {
-        m_rights.granted = granted;
-        m_perms.refresh();
+        , m_settings(world.loop, world.defaults, world.settings, world.auth, world.workspace, m_info)
+        , m_model({.store = world.history, .pasteboard = world.desktop, .settings = m_settings.neighbours}) {
+        m_settings.rights.granted = granted;
+        m_settings.perms.refresh();
     }
 
     [[nodiscard]] QVariantMap properties() {
         return {{QStringLiteral("model"), QVariant::fromValue(&m_model)}};
     }
 
-    AppNavigator nav;
-
 private:
-    FakePrivacyRights m_rights;
-    PermissionManager m_perms{m_rights};
     InfoDictionary m_info{{{QStringLiteral("CFBundleShortVersionString"), QStringLiteral("1.2.0")},
                            {QStringLiteral("VelmorLandingURL"), QStringLiteral("https://velmora.app/")}}};
+    SettingsStage m_settings;
     MainWindowModel m_model;
+
+public:
+    AppNavigator& nav = m_settings.nav;
 };
 
 const std::set<PrivacyRight> allRights{PrivacyRight::Microphone, PrivacyRight::InputMonitoring,

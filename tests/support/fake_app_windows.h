@@ -13,7 +13,7 @@ public:
         ++hudsMade;
         return std::make_unique<Hud>(*this);
     }
-    [[nodiscard]] std::unique_ptr<AppWindow> makeMainWindow(PermissionManager&) override {
+    [[nodiscard]] std::unique_ptr<AppWindow> makeMainWindow(PermissionManager&, HotkeyMonitor&) override {
         ++mainWindowsMade;
         auto window = std::make_unique<Window>(*this);
         mainWindow = window.get();

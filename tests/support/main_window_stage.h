@@ -1,10 +1,8 @@
 #pragma once
 
-#include "backend/auth_store.h"
-#include "foundation/info_dictionary.h"
 #include "support/fake_color_scheme.h"
-#include "support/fake_privacy_rights.h"
 #include "support/history_stage.h"
+#include "support/settings_stage.h"
 #include "ui/kit/ui_engine.h"
 #include "ui/kit/v_theme.h"
 #include "ui/main_window/main_window.h"
@@ -15,19 +13,8 @@ namespace velmora::test {
 /// The main window itself, as the program makes it, on a history and rights in the test's hand.
 struct MainWindowStage : HistoryStage {
     [[nodiscard]] MainWindow& openWindow() {
-        window = std::make_unique<MainWindow>(MainWindow::Neighbours{engine,
-                                                                     loop,
-                                                                     {.loop = loop,
-                                                                      .nav = nav,
-                                                                      .perms = perms,
-                                                                      .settings = settings,
-                                                                      .store = store,
-                                                                      .authStore = auth,
-                                                                      .authSession = nullptr,
-                                                                      .pasteboard = desktop,
-                                                                      .workspace = workspace,
-                                                                      .info = info,
-                                                                      .settingsPath = QString()}});
+        window = std::make_unique<MainWindow>(MainWindow::Neighbours{
+            engine, loop, {.store = store, .pasteboard = desktop, .settings = stage.neighbours}});
         window->open();
         return *window;
     }
@@ -37,11 +24,12 @@ struct MainWindowStage : HistoryStage {
     FakeColorScheme scheme;
     VTheme theme{settings, scheme};
     AuthStore auth{folder.path(), defaults};
-    FakePrivacyRights rights;
-    PermissionManager perms{rights};
-    AppNavigator nav;
     FakeWorkspace workspace;
     InfoDictionary info{{}};
+    SettingsStage stage{loop, defaults, settings, auth, workspace, info};
+    FakePrivacyRights& rights = stage.rights;
+    PermissionManager& perms = stage.perms;
+    AppNavigator& nav = stage.nav;
     UiEngine engine{makeQmlEngine};
     std::unique_ptr<MainWindow> window;
 };

@@ -56,7 +56,10 @@ Application::Application(const Setup& setup)
           .pasteboard = pasteboard(),
           .workspace = m_workspace,
           .info = m_info,
-          .settingsPath = setup.defaultsPath,
+          .relauncher = m_relauncher,
+          .keys = m_keyMonitors,
+          .inputs = m_devices,
+          .levelTest = m_levelTest,
       })
     , m_delegate({
           .loop = m_loop,

@@ -7,6 +7,7 @@
 #include "backend/backend_dictate_client.h"
 #include "backend/qt_http_transport.h"
 #include "backend/sign_in.h"
+#include "core/level_test.h"
 #include "core/relauncher.h"
 #include "core/screen_recording_permission_monitor.h"
 #include "foundation/info_dictionary.h"
@@ -25,6 +26,7 @@
 #include "platform/linux/x11_click_watch.h"
 #include "platform/linux/x11_compositing.h"
 #include "platform/linux/x11_event_tap_factory.h"
+#include "platform/linux/x11_key_event_monitors.h"
 #include "platform/linux/x11_paste_queue.h"
 #include "platform/linux/x11_task_bar.h"
 #include "platform/linux/x11_workspace.h"
@@ -73,6 +75,8 @@ private:
 
     PulseConnection m_pulse;
     std::unique_ptr<AudioEngine> m_engine;
+    PulseAudioEngine m_levelTestEngine{m_pulse};
+    LevelTest m_levelTest{m_loop, m_defaults, m_levelTestEngine};
     FfmpegAudioCodec m_codec;
     AudioRecorder m_recorder;
     PulseSoundPlayer m_player;
@@ -84,6 +88,7 @@ private:
     X11Workspace m_workspace;
     SignIn m_signIn;
     X11EventTapFactory m_taps;
+    X11KeyEventMonitors m_keyMonitors;
 
     PulseDevices m_devices{m_pulse};
     DesktopPrivacyRights m_rights{m_loop, m_pulse, m_devices, m_workspace};

@@ -42,21 +42,26 @@ std::unique_ptr<HudPanel> WindowsOnScreen::makeHud(PipelineCoordinator& pipeline
                                  m_neighbours.screens, m_neighbours.compositing);
 }
 
-std::unique_ptr<AppWindow> WindowsOnScreen::makeMainWindow(PermissionManager& permissions) {
+std::unique_ptr<AppWindow> WindowsOnScreen::makeMainWindow(PermissionManager& permissions,
+                                                           HotkeyMonitor& hotkey) {
     return std::make_unique<Main>(MainWindow::Neighbours{
         .engine = m_neighbours.engine,
         .loop = m_neighbours.loop,
-        .model = {.loop = m_neighbours.loop,
-                  .nav = m_neighbours.navigator,
-                  .perms = permissions,
-                  .settings = m_neighbours.settings,
-                  .store = m_neighbours.history,
-                  .authStore = m_neighbours.authStore,
-                  .authSession = &m_neighbours.authSession,
+        .model = {.store = m_neighbours.history,
                   .pasteboard = m_neighbours.pasteboard,
-                  .workspace = m_neighbours.workspace,
-                  .info = m_neighbours.info,
-                  .settingsPath = m_neighbours.settingsPath},
+                  .settings = {.loop = m_neighbours.loop,
+                               .nav = m_neighbours.navigator,
+                               .perms = permissions,
+                               .settings = m_neighbours.settings,
+                               .authStore = m_neighbours.authStore,
+                               .authSession = m_neighbours.authSession,
+                               .workspace = m_neighbours.workspace,
+                               .info = m_neighbours.info,
+                               .relauncher = m_neighbours.relauncher,
+                               .hotkey = hotkey,
+                               .keys = m_neighbours.keys,
+                               .inputs = m_neighbours.inputs,
+                               .levelTest = m_neighbours.levelTest}},
     });
 }
 

@@ -15,25 +15,29 @@ public:
     struct Neighbours {
         UiEngine& engine;
         MainLoop& loop;
-        const AppSettings& settings;
+        AppSettings& settings;
         const UserDefaults& defaults;
         Screens& screens;
         const Compositing& compositing;
         AppNavigator& navigator;
         HistoryStore& history;
         AuthStore& authStore;
-        const AuthSession& authSession;
+        AuthSession& authSession;
         Pasteboard& pasteboard;
         Workspace& workspace;
         const InfoDictionary& info;
-        QString settingsPath;
+        Relauncher& relauncher;
+        KeyEventMonitors& keys;
+        AudioInputs& inputs;
+        LevelTest& levelTest;
     };
 
     explicit WindowsOnScreen(const Neighbours& neighbours)
         : m_neighbours(neighbours) {}
 
     [[nodiscard]] std::unique_ptr<HudPanel> makeHud(PipelineCoordinator& pipeline) override;
-    [[nodiscard]] std::unique_ptr<AppWindow> makeMainWindow(PermissionManager& permissions) override;
+    [[nodiscard]] std::unique_ptr<AppWindow> makeMainWindow(PermissionManager& permissions,
+                                                            HotkeyMonitor& hotkey) override;
     void prewarm(PipelineCoordinator& pipeline) override;
 
 private:

@@ -40,6 +40,14 @@ PulseDevices::~PulseDevices() {
 }
 
 PulseDevices::Kinds PulseDevices::kinds() {
+    return sources().kinds();
+}
+
+std::vector<AudioInput> PulseDevices::inputs() {
+    return sources().microphones;
+}
+
+PulseDevices::Sources PulseDevices::sources() {
     {
         const PulseConnection::Lock lock(m_connection);
         m_connection.connectNow();
@@ -49,7 +57,7 @@ PulseDevices::Kinds PulseDevices::kinds() {
     std::unique_lock guard(m_mutex);
     if (!std::exchange(m_hasWaited, true))
         m_answered.wait_for(guard, patience, [this] { return m_hasAnswer; });
-    return m_kinds;
+    return m_sources;
 }
 
 void PulseDevices::follow() {
@@ -78,19 +86,25 @@ void PulseDevices::list() {
 }
 
 void PulseDevices::collect(const pa_source_info& source) {
-    (source.monitor_of_sink == PA_INVALID_INDEX ? m_listed.microphones : m_listed.monitors) = true;
+    if (source.monitor_of_sink == PA_INVALID_INDEX)
+        m_listed.microphones.push_back(
+            {.uniqueID = QString::fromUtf8(source.name), .name = QString::fromUtf8(source.description)});
+    else
+        m_listed.monitors = true;
 }
 
-void PulseDevices::publish(const Kinds& kinds) {
-    bool differs = false;
+void PulseDevices::publish(const Sources& sources) {
+    Sources before;
     {
         const std::lock_guard guard(m_mutex);
-        differs = std::exchange(m_kinds, kinds) != kinds;
+        before = std::exchange(m_sources, sources);
         m_hasAnswer = true;
     }
     m_answered.notify_one();
-    if (differs)
+    if (before.kinds() != sources.kinds())
         Q_EMIT changed();
+    if (before.microphones != sources.microphones)
+        Q_EMIT inputsChanged();
 }
 
 } // namespace velmora

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "platform/audio_inputs.h"
 #include "platform/linux/pulse_stream.h"
-
-#include <QObject>
 
 #include <condition_variable>
 #include <mutex>
@@ -14,9 +13,9 @@ namespace velmora {
 
 class PulseConnection;
 
-/// Which kinds of sources the sound server has, followed on the sound thread as devices come and go, so that
-/// the main thread needn't wait for the server to know.
-class PulseDevices final : public QObject {
+/// The sources that the sound server has, followed on the sound thread as devices come and go, so that the main
+/// thread needn't wait for the server to know.
+class PulseDevices final : public AudioInputs {
     Q_OBJECT
 
 public:
@@ -33,25 +32,35 @@ public:
     /// What is known; a server that isn't there has none. The first call connects, and gives the server 20 ms
     /// to answer. Main thread.
     [[nodiscard]] Kinds kinds();
+    /// The microphones, as kinds() gets them.
+    [[nodiscard]] std::vector<AudioInput> inputs() override;
 
 Q_SIGNALS:
     /// Emitted on the sound thread: a receiver that lives on the main thread gets it there.
     void changed();
 
 private:
+    struct Sources {
+        std::vector<AudioInput> microphones;
+        bool monitors = false;
+
+        [[nodiscard]] Kinds kinds() const { return {!microphones.empty(), monitors}; }
+    };
+
+    [[nodiscard]] Sources sources();
     void follow();
     void list();
     void collect(const pa_source_info& source);
-    void publish(const Kinds& kinds);
+    void publish(const Sources& sources);
 
     PulseConnection& m_connection;
     PulseOperation m_listing;
-    Kinds m_listed; // by the listing under way
+    Sources m_listed; // by the listing under way
     bool m_isFollowing = false;
 
     std::mutex m_mutex; // for what follows
     std::condition_variable m_answered;
-    Kinds m_kinds;
+    Sources m_sources;
     bool m_hasAnswer = false;
     bool m_hasWaited = false;
 };

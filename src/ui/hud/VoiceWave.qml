@@ -25,7 +25,7 @@ Item {
         LiveBars {
             width: wave.model.metrics.waveWidth
             height: implicitHeight
-            recorder: wave.model.recorder
+            source: wave.model.voice
             waveHeight: wave.model.metrics.waveHeight
             color: VTheme.accent
             barWidth: 3
@@ -38,7 +38,7 @@ Item {
         WaveDots {
             width: implicitWidth
             height: implicitHeight
-            recorder: wave.model.recorder
+            source: wave.model.voice
             waveHeight: wave.model.metrics.waveHeight
             maximumWidth: wave.model.metrics.dotsMaximumWidth
             color: VTheme.accent
@@ -51,7 +51,7 @@ Item {
         WaveCurve {
             width: wave.model.metrics.waveWidth
             height: wave.model.metrics.waveHeight
-            recorder: wave.model.recorder
+            source: wave.model.voice
             color: VTheme.accent
         }
     }

@@ -8,19 +8,19 @@ LevelView::LevelView(QQuickItem* parent)
     connect(this, &LevelView::changed, this, [this] { adjust(); });
 }
 
-void LevelView::setRecorder(AudioRecorder* recorder) {
-    if (recorder == m_recorder)
+void LevelView::setSource(LevelSource* source) {
+    if (source == m_source)
         return;
-    if (m_recorder)
-        disconnect(m_recorder, nullptr, this, nullptr);
-    m_recorder = recorder;
-    if (recorder)
-        connect(recorder, &AudioRecorder::levelsChanged, this, [this] { followLevels(); });
+    if (m_source)
+        disconnect(m_source, nullptr, this, nullptr);
+    m_source = source;
+    if (source)
+        connect(source, &LevelSource::levelsChanged, this, [this] { followLevels(); });
     Q_EMIT changed();
 }
 
 std::span<const float> LevelView::levels() const {
-    return m_recorder ? std::span<const float>(m_recorder->levels()) : std::span<const float>();
+    return m_source ? std::span<const float>(m_source->levels()) : std::span<const float>();
 }
 
 } // namespace velmora

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/audio_recorder.h"
+#include "core/level_source.h"
 
 #include <QColor>
 #include <QPointer>
@@ -11,40 +11,33 @@
 
 namespace velmora {
 
-struct AudioRecorderForViews {
-    Q_GADGET
-    QML_FOREIGN(velmora::AudioRecorder)
-    QML_NAMED_ELEMENT(AudioRecorder)
-    QML_UNCREATABLE("there is one, the program's")
-};
-
-/// A drawing of the voice that a recorder hears.
+/// A drawing of a voice.
 class LevelView : public QQuickPaintedItem {
     Q_OBJECT
     QML_ANONYMOUS
-    Q_PROPERTY(velmora::AudioRecorder* recorder READ recorder WRITE setRecorder NOTIFY changed REQUIRED)
+    Q_PROPERTY(velmora::LevelSource* source READ source WRITE setSource NOTIFY changed REQUIRED)
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed)
 
 public:
     explicit LevelView(QQuickItem* parent = nullptr);
 
-    [[nodiscard]] AudioRecorder* recorder() const { return m_recorder; }
-    void setRecorder(AudioRecorder* recorder);
+    [[nodiscard]] LevelSource* source() const { return m_source; }
+    void setSource(LevelSource* source);
 
 Q_SIGNALS:
     void changed();
 
 protected:
-    /// The recorder's levels, the newest last; none without a recorder.
+    /// The source's levels, the newest last; none without a source.
     [[nodiscard]] std::span<const float> levels() const;
     [[nodiscard]] const QColor& color() const { return m_color; }
-    /// The recorder has heard something new.
+    /// The source has heard something new.
     virtual void followLevels() = 0;
     /// Something else than the levels has changed: nothing moves from where it was.
     virtual void adjust() = 0;
 
 private:
-    QPointer<AudioRecorder> m_recorder;
+    QPointer<LevelSource> m_source;
     QColor m_color = Qt::white;
 };
 

@@ -11,11 +11,11 @@ RecordingHUDModel::RecordingHUDModel(const PipelineCoordinator& coord, const App
     setState(coord.state());
 }
 
-RecordingHUDModel::RecordingHUDModel(AudioRecorder& recorder, const AppSettings& settings, QObject* parent)
+RecordingHUDModel::RecordingHUDModel(LevelSource& voice, const AppSettings& settings, QObject* parent)
     : QObject(parent)
-    , m_recorder(recorder)
+    , m_voice(voice)
     , m_settings(settings) {
-    QQmlEngine::setObjectOwnership(&recorder, QQmlEngine::CppOwnership);
+    QQmlEngine::setObjectOwnership(&voice, QQmlEngine::CppOwnership);
     for (const auto changed : {&AppSettings::hudSizeChanged, &AppSettings::hudStyleChanged})
         connect(&settings, changed, this, &RecordingHUDModel::updateLook);
     connect(&settings, &AppSettings::hudMinimalChanged, this, [this] {

@@ -17,7 +17,7 @@ class RecordingHUDModel : public QObject {
     Q_PROPERTY(WaveStyle style READ style NOTIFY lookChanged)
     Q_PROPERTY(bool minimal READ isMinimal NOTIFY lookChanged)
     Q_PROPERTY(velmora::HudContent content READ content NOTIFY contentChanged)
-    Q_PROPERTY(velmora::AudioRecorder* recorder READ recorder CONSTANT)
+    Q_PROPERTY(velmora::LevelSource* voice READ voice CONSTANT)
 
 public:
     enum class WaveStyle { Bars, Curve, Dots };
@@ -26,7 +26,7 @@ public:
     RecordingHUDModel(const PipelineCoordinator& coord, const AppSettings& settings,
                       QObject* parent = nullptr);
     /// One that setState() leads through the dictation.
-    RecordingHUDModel(AudioRecorder& recorder, const AppSettings& settings, QObject* parent = nullptr);
+    RecordingHUDModel(LevelSource& voice, const AppSettings& settings, QObject* parent = nullptr);
 
     void setState(const PipelineState& state);
 
@@ -34,7 +34,7 @@ public:
     [[nodiscard]] WaveStyle style() const;
     [[nodiscard]] bool isMinimal() const { return m_settings.hudMinimal(); }
     [[nodiscard]] const HudContent& content() const { return m_content; }
-    [[nodiscard]] AudioRecorder* recorder() const { return &m_recorder; }
+    [[nodiscard]] LevelSource* voice() const { return &m_voice; }
 
 Q_SIGNALS:
     void lookChanged();
@@ -44,7 +44,7 @@ private:
     void updateLook();
     void updateContent();
 
-    AudioRecorder& m_recorder;
+    LevelSource& m_voice;
     const AppSettings& m_settings;
     PipelineState m_state;
     HudMetrics m_metrics;

@@ -1,6 +1,8 @@
 import QtQuick
 import Velmora.Kit
 import Velmora.MainWindow
+import Velmora.Navigation
+import Velmora.Settings
 
 /// What the main window holds: the sidebar and the chosen screen, and over them the settings.
 Item {

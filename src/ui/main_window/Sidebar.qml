@@ -1,6 +1,7 @@
 import QtQuick
 import Velmora.Kit
 import Velmora.MainWindow
+import Velmora.Navigation
 
 /// The way to the screens, and what is to be known at all times.
 Item {

@@ -6,13 +6,12 @@ namespace velmora {
 
 MainWindowModel::MainWindowModel(const Neighbours& neighbours, QObject* parent)
     : QObject(parent)
-    , m_nav(neighbours.nav)
-    , m_perms(neighbours.perms)
-    , m_settings(neighbours.settings)
-    , m_sidebar(neighbours.perms, neighbours.authStore, neighbours.authSession)
-    , m_history(neighbours.store, neighbours.loop, neighbours.pasteboard)
-    , m_settingsSheet(neighbours.nav, neighbours.perms, neighbours.authStore, neighbours.info,
-                      neighbours.workspace, neighbours.settingsPath) {
+    , m_nav(neighbours.settings.nav)
+    , m_perms(neighbours.settings.perms)
+    , m_settings(neighbours.settings.settings)
+    , m_sidebar(m_perms, neighbours.settings.authStore, neighbours.settings.authSession)
+    , m_history(neighbours.store, neighbours.settings.loop, neighbours.pasteboard)
+    , m_settingsSheet(neighbours.settings) {
     for (const auto changed : {&AppSettings::hotkeyChanged, &AppSettings::hotkeyCustomLabelChanged,
                                &AppSettings::fnStandInChanged})
         connect(&m_settings, changed, this, &MainWindowModel::hotkeyChanged);

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "core/hotkey_label.h"
-#include "ui/main_window/app_navigator.h"
+#include "ui/navigation/app_navigator.h"
 #include "ui/main_window/history_source.h"
-#include "ui/main_window/settings_sheet_model.h"
+#include "ui/settings/settings_sheet_model.h"
 #include "ui/main_window/sidebar_model.h"
 
 namespace velmora {
@@ -25,17 +25,9 @@ class MainWindowModel : public QObject {
 
 public:
     struct Neighbours {
-        const MainLoop& loop;
-        AppNavigator& nav;
-        PermissionManager& perms;
-        const AppSettings& settings;
         HistoryStore& store;
-        AuthStore& authStore;
-        const AuthSession* authSession; ///< for the account's address; may be none
         Pasteboard& pasteboard;
-        Workspace& workspace;
-        const InfoDictionary& info;
-        QString settingsPath; ///< where the settings are kept, to be shown
+        SettingsNeighbours settings; ///< the rest; the window has no others than the settings
     };
 
     explicit MainWindowModel(const Neighbours& neighbours, QObject* parent = nullptr);

@@ -7,7 +7,7 @@
 namespace velmora {
 
 SidebarModel::SidebarModel(const PermissionManager& perms, const AuthStore& authStore,
-                           const AuthSession* authSession, QObject* parent)
+                           const AuthSession& authSession, QObject* parent)
     : QObject(parent)
     , m_perms(perms)
     , m_authStore(authStore)
@@ -17,8 +17,7 @@ SidebarModel::SidebarModel(const PermissionManager& perms, const AuthStore& auth
     connect(&perms, &PermissionManager::inputMonitoringGrantedChanged, this,
             &SidebarModel::permissionsChanged);
     connect(&authStore, &AuthStore::isLoggedInChanged, this, &SidebarModel::accountChanged);
-    if (authSession)
-        connect(authSession, &AuthSession::userChanged, this, &SidebarModel::accountChanged);
+    connect(&authSession, &AuthSession::userChanged, this, &SidebarModel::accountChanged);
 }
 
 bool SidebarModel::allGranted() const {
@@ -35,8 +34,7 @@ QString SidebarModel::permissionLabel() const {
 
 QString SidebarModel::account() const {
     // The session keeps its user when it expires.
-    return m_authStore.isLoggedIn() && m_authSession && m_authSession->user() ? m_authSession->user()->email
-                                                                              : QString();
+    return m_authStore.isLoggedIn() && m_authSession.user() ? m_authSession.user()->email : QString();
 }
 
 } // namespace velmora

@@ -21,8 +21,7 @@ class SidebarModel : public QObject {
     Q_PROPERTY(QString account READ account NOTIFY accountChanged)
 
 public:
-    /// Without a session the account stays empty.
-    SidebarModel(const PermissionManager& perms, const AuthStore& authStore, const AuthSession* authSession,
+    SidebarModel(const PermissionManager& perms, const AuthStore& authStore, const AuthSession& authSession,
                  QObject* parent = nullptr);
 
     [[nodiscard]] bool allGranted() const;
@@ -37,7 +36,7 @@ Q_SIGNALS:
 private:
     const PermissionManager& m_perms;
     const AuthStore& m_authStore;
-    const AuthSession* m_authSession;
+    const AuthSession& m_authSession;
 };
 
 } // namespace velmora

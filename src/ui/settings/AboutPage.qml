@@ -1,6 +1,6 @@
 import QtQuick
 import Velmora.Kit
-import Velmora.MainWindow
+import Velmora.Settings
 
 /// What the program is.
 Column {

@@ -1,6 +1,6 @@
 import QtQuick
 import Velmora.Kit
-import Velmora.MainWindow
+import Velmora.Settings
 
 /// The rights that dictation needs, and the way to those that are missing.
 Column {

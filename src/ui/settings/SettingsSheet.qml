@@ -1,6 +1,6 @@
 import QtQuick
 import Velmora.Kit
-import Velmora.MainWindow
+import Velmora.Settings
 
 /// The settings, over whatever the window shows.
 FocusScope {
@@ -96,7 +96,6 @@ FocusScope {
         id: toCome
 
         SettingsToCome {
-            path: root.model.settingsPath
             signedIn: root.model.signedIn
             onSignIn: root.model.signIn()
             dark: root.dark

@@ -5,7 +5,6 @@ import Velmora.Kit
 Column {
     id: root
 
-    required property string path
     required property bool signedIn
     property bool dark: VTheme.dark
     signal signIn()
@@ -35,20 +34,12 @@ Column {
     }
     Text {
         width: parent.width
-        text: "Настройки появятся в следующей версии. Пока они лежат в файле:"
+        text: "Настройки появятся в следующей версии. "
         color: VTheme.scheme(root.dark).textMuted
         font: VFont.display(13)
         wrapMode: Text.Wrap
 
         Accessible.role: Accessible.StaticText
-        Accessible.name: text + " " + root.path
-    }
-    Text {
-        width: parent.width
-        text: root.path
-        color: VTheme.scheme(root.dark).text
-        font: VFont.mono(12)
-        wrapMode: Text.WrapAnywhere
-        textFormat: Text.PlainText
+        Accessible.name: text
     }
 }

@@ -1,4 +1,4 @@
-#include "ui/main_window/permissions_model.h"
+#include "ui/settings/permissions_model.h"
 
 #include "ui/kit/v_icon.h"
 

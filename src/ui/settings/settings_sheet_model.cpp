@@ -1,11 +1,9 @@
-#include "ui/main_window/settings_sheet_model.h"
+#include "ui/settings/settings_sheet_model.h"
 
 #include "backend/auth_store.h"
 #include "backend/backend_url.h"
 #include "foundation/info_dictionary.h"
 #include "platform/workspace.h"
-
-#include <QDir>
 
 namespace velmora {
 namespace {
@@ -15,28 +13,19 @@ QString versionText(const InfoDictionary& info) {
     return version ? QStringLiteral("Версия ") + *version : QString();
 }
 
-/// As a person would write it: the home folder is "~".
-QString inHome(const QString& path) {
-    const QString home = QDir::homePath() + QLatin1Char('/');
-    return path.startsWith(home) ? QStringLiteral("~/") + path.mid(home.size()) : path;
-}
-
 } // namespace
 
-SettingsSheetModel::SettingsSheetModel(const AppNavigator& nav, PermissionManager& perms,
-                                       AuthStore& authStore, const InfoDictionary& info, Workspace& workspace,
-                                       const QString& settingsPath, QObject* parent)
+SettingsSheetModel::SettingsSheetModel(const SettingsNeighbours& neighbours, QObject* parent)
     : QObject(parent)
-    , m_nav(nav)
-    , m_authStore(authStore)
-    , m_workspace(workspace)
-    , m_signIn(authStore, workspace, landingURL(info))
-    , m_version(versionText(info))
-    , m_site(info.string(QStringLiteral("VelmorLandingURL")).value_or(QString()))
-    , m_settingsPath(inHome(settingsPath))
-    , m_permissions(perms) {
-    connect(&nav, &AppNavigator::settingsTabChanged, this, &SettingsSheetModel::tabChanged);
-    connect(&authStore, &AuthStore::isLoggedInChanged, this, &SettingsSheetModel::signedInChanged);
+    , m_nav(neighbours.nav)
+    , m_authStore(neighbours.authStore)
+    , m_workspace(neighbours.workspace)
+    , m_signIn(neighbours.authStore, neighbours.workspace, landingURL(neighbours.info))
+    , m_version(versionText(neighbours.info))
+    , m_site(neighbours.info.string(QStringLiteral("VelmorLandingURL")).value_or(QString()))
+    , m_permissions(neighbours.perms) {
+    connect(&m_nav, &AppNavigator::settingsTabChanged, this, &SettingsSheetModel::tabChanged);
+    connect(&m_authStore, &AuthStore::isLoggedInChanged, this, &SettingsSheetModel::signedInChanged);
 }
 
 QString SettingsSheetModel::title() const {

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "backend/sign_in.h"
-#include "ui/main_window/app_navigator.h"
-#include "ui/main_window/permissions_model.h"
+#include "ui/navigation/app_navigator.h"
+#include "ui/settings/permissions_model.h"
+#include "ui/settings/settings_neighbours.h"
 
 #include <QUrl>
 
@@ -25,23 +26,19 @@ class SettingsSheetModel : public QObject {
     Q_PROPERTY(QString version READ version CONSTANT)
     /// The program's site as it is shown; empty when there is none.
     Q_PROPERTY(QString site READ site CONSTANT)
-    Q_PROPERTY(QString settingsPath READ settingsPath CONSTANT)
     Q_PROPERTY(bool signedIn READ signedIn NOTIFY signedInChanged)
 
 public:
     enum class Page { Permissions, About, ToCome };
     Q_ENUM(Page)
 
-    SettingsSheetModel(const AppNavigator& nav, PermissionManager& perms, AuthStore& authStore,
-                       const InfoDictionary& info, Workspace& workspace, const QString& settingsPath,
-                       QObject* parent = nullptr);
+    explicit SettingsSheetModel(const SettingsNeighbours& neighbours, QObject* parent = nullptr);
 
     [[nodiscard]] QString title() const;
     [[nodiscard]] Page page() const;
     [[nodiscard]] PermissionsModel* permissions() { return &m_permissions; }
     [[nodiscard]] QString version() const { return m_version; }
     [[nodiscard]] QString site() const;
-    [[nodiscard]] QString settingsPath() const { return m_settingsPath; }
 
     [[nodiscard]] bool signedIn() const;
 
@@ -60,7 +57,6 @@ private:
     SignIn m_signIn;
     const QString m_version;
     const QUrl m_site;
-    const QString m_settingsPath;
     PermissionsModel m_permissions;
 };
 

@@ -67,7 +67,7 @@ TEST_F(MainWindowViewTest, SettingsRow_OpensTheFirstTab) {
     host.click(QStringLiteral("Настройки"));
     EXPECT_TRUE(nav.showSettingsSheet());
     EXPECT_EQ(nav.settingsTab(), QStringLiteral("general"));
-    EXPECT_THAT(texts(), Contains(QStringLiteral("/config/defaults.json")));
+    EXPECT_THAT(texts(), Contains(QStringLiteral("Войти")));
 }
 
 TEST_F(MainWindowViewTest, SettingsSheet_ClosesByKeyByButtonAndByAClickBesideIt) {

@@ -1,10 +1,7 @@
 #pragma once
 
-#include "backend/auth_store.h"
-#include "core/permission_manager.h"
-#include "foundation/info_dictionary.h"
 #include "support/history_stage.h"
-#include "support/fake_privacy_rights.h"
+#include "support/settings_stage.h"
 #include "support/ui/view_host.h"
 #include "ui/main_window/main_window_model.h"
 
@@ -32,23 +29,14 @@ struct WindowFixture : testing::Test, HistoryStage {
     UserDefaults defaults{folder.filePath(QStringLiteral("defaults.json"))};
     AppSettings settings{defaults};
     AuthStore auth{folder.path(), defaults};
-    FakePrivacyRights rights;
-    PermissionManager perms{rights};
-    AppNavigator nav;
     FakeWorkspace workspace;
     InfoDictionary info{{{QStringLiteral("CFBundleShortVersionString"), QStringLiteral("1.2.0")},
                          {QStringLiteral("VelmorLandingURL"), QStringLiteral("https://velmora.app/")}}};
-    MainWindowModel model{{.loop = loop,
-                           .nav = nav,
-                           .perms = perms,
-                           .settings = settings,
-                           .store = store,
-                           .authStore = auth,
-                           .authSession = nullptr,
-                           .pasteboard = desktop,
-                           .workspace = workspace,
-                           .info = info,
-                           .settingsPath = QStringLiteral("/config/defaults.json")}};
+    SettingsStage stage{loop, defaults, settings, auth, workspace, info};
+    FakePrivacyRights& rights = stage.rights;
+    PermissionManager& perms = stage.perms;
+    AppNavigator& nav = stage.nav;
+    MainWindowModel model{{.store = store, .pasteboard = desktop, .settings = stage.neighbours}};
     ViewHost host; // last: its view looks at the rest
 };
 

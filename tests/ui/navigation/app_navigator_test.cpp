@@ -1,4 +1,4 @@
-#include "ui/main_window/app_navigator.h"
+#include "ui/navigation/app_navigator.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "backend/auth_session.h"
+#include "backend/auth_store.h"
+#include "core/app_settings.h"
+#include "core/hotkey_monitor.h"
+#include "core/level_test.h"
+#include "core/permission_manager.h"
+#include "core/relauncher.h"
+#include "foundation/info_dictionary.h"
+#include "support/fake_audio.h"
+#include "support/fake_audio_inputs.h"
+#include "support/fake_desktop.h"
+#include "support/fake_event_tap.h"
+#include "support/fake_http_transport.h"
+#include "support/fake_key_event_monitors.h"
+#include "support/fake_privacy_rights.h"
+#include "support/hand_loop.h"
+#include "ui/navigation/app_navigator.h"
+#include "ui/settings/settings_neighbours.h"
+
+#include <QUrl>
+
+namespace velmora::test {
+
+/// What the settings show and change beyond the settings themselves, on fakes.
+class SettingsStage {
+public:
+    /// All of these outlive the stage.
+    SettingsStage(HandLoop& loop, UserDefaults& defaults, AppSettings& settings, AuthStore& auth,
+                  FakeWorkspace& workspace, const InfoDictionary& info)
+        : session(transport, auth, loop, QUrl(QStringLiteral("https://api.example.org")))
+        , hotkey(loop, defaults, taps)
+        , levelTest(loop, defaults, levelEngine)
+        , relauncher({.loop = loop,
+                      .executable = QStringLiteral("/usr/bin/velmora"),
+                      .processId = 1,
+                      .start = [this](const QString&, const QStringList&) { ++relaunches; },
+                      .dismissModalUIThen = [](const std::function<void()>& then) { then(); },
+                      .terminate = [] {}})
+        , neighbours{.loop = loop,
+                     .nav = nav,
+                     .perms = perms,
+                     .settings = settings,
+                     .authStore = auth,
+                     .authSession = session,
+                     .workspace = workspace,
+                     .info = info,
+                     .relauncher = relauncher,
+                     .hotkey = hotkey,
+                     .keys = keys,
+                     .inputs = inputs,
+                     .levelTest = levelTest} {}
+
+    AppNavigator nav;
+    FakePrivacyRights rights;
+    PermissionManager perms{rights};
+    FakeHttpTransport transport;
+    AuthSession session;
+    FakeEventTapFactory taps;
+    HotkeyMonitor hotkey;
+    FakeKeyEventMonitors keys;
+    FakeAudioInputs inputs;
+    FakeAudioEngine levelEngine;
+    LevelTest levelTest;
+    int relaunches = 0;
+    Relauncher relauncher;
+    const SettingsNeighbours neighbours;
+};
+
+} // namespace velmora::test
