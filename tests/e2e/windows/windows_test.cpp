@@ -1,13 +1,11 @@
 #include "core/history_store.h"
 #include "e2e/session/dictation_session.h"
+#include "e2e/session/user_hand.h"
 #include "foundation/user_folders.h"
-#include "support/desktop/accessible_tree.h"
 #include "support/desktop/pointer.h"
 #include "support/desktop/target_application.h"
 #include "support/desktop/tray.h"
 #include "support/desktop/wait_until.h"
-
-#include <QImage>
 
 #include <gmock/gmock.h>
 
@@ -17,36 +15,6 @@ using testing::Contains;
 using testing::Not;
 
 namespace {
-
-const QString program = QStringLiteral("Velmora");
-
-QByteArray output(const QString& tool, const QStringList& arguments) {
-    QProcess process;
-    process.start(tool, arguments);
-    process.waitForFinished();
-    return process.readAllStandardOutput();
-}
-
-/// Keys as xdotool names them, one after the other.
-void press(const QStringList& keys) {
-    QProcess::execute(QStringLiteral("xdotool"), QStringList{QStringLiteral("key")} + keys);
-}
-
-void type(const QString& text) {
-    QProcess::execute(QStringLiteral("xdotool"), {QStringLiteral("type"), text});
-}
-
-QString clipboard() {
-    return QString::fromUtf8(
-        output(QStringLiteral("xclip"),
-               {QStringLiteral("-selection"), QStringLiteral("clipboard"), QStringLiteral("-o")}));
-}
-
-QImage screenshot() {
-    return QImage::fromData(
-        output(QStringLiteral("import"),
-               {QStringLiteral("-window"), QStringLiteral("root"), QStringLiteral("png:-")}));
-}
 
 /// A property of the window that has the focus.
 QByteArray ofActiveWindow(const char* property) {
@@ -83,20 +51,6 @@ QStringList taskBar() {
     return titles;
 }
 
-bool shows(const QString& name) {
-    return waitForAccessible(program, name).has_value();
-}
-
-/// Waits until nothing of that name shows; the bus must have answered for all there is.
-bool hides(const QString& name) {
-    return waitUntil([&] {
-        bool complete = false;
-        const QList<AccessibleObject> objects = accessibleObjects(program, &complete);
-        return complete &&
-               std::ranges::none_of(objects, [&](const AccessibleObject& each) { return each.name == name; });
-    });
-}
-
 std::vector<HistoryItem> history() {
     return HistoryStore(applicationSupportFolder()).items();
 }
@@ -119,7 +73,7 @@ protected:
         if (HasFailure()) {
             screenshot().save(QStringLiteral("windows-failure.png"));
             std::cout << session.application().output().toStdString();
-            for (const AccessibleObject& each : accessibleObjects(program))
+            for (const AccessibleObject& each : accessibleObjects(applicationName))
                 std::cout << each.role.toStdString() << " \"" << each.name.toStdString() << "\"\n";
         }
     }
@@ -150,7 +104,7 @@ TEST_F(WindowsTest, Dictating_CapsuleLiesOverTheEditorWhichKeepsTheFocus) {
     };
     EXPECT_TRUE(waitUntil(capsuleShows));
     EXPECT_EQ(activeTitle(), title);
-    EXPECT_THAT(taskBar(), Not(Contains(program)));
+    EXPECT_THAT(taskBar(), Not(Contains(applicationName)));
     session.speak();
     session.keyboard().release(key::rightControl);
     const std::optional<HistoryItem> item = session.dictation(1);
@@ -166,7 +120,7 @@ TEST_F(WindowsTest, TrayIconClicked_PopupOpensAndAnOutsideClickClosesIt) {
         pointer.click(icon->center(), button);
         EXPECT_TRUE(shows(QStringLiteral("История")));
         EXPECT_TRUE(hasFocus());
-        EXPECT_THAT(taskBar(), Not(Contains(program)));
+        EXPECT_THAT(taskBar(), Not(Contains(applicationName)));
         pointer.click(QPoint(200, 600));
         EXPECT_TRUE(hides(QStringLiteral("История")));
     }
@@ -190,7 +144,7 @@ TEST_F(WindowsTest, ByKeyboardAlone_ADictationIsFoundCopiedAndDeleted) {
     ASSERT_TRUE(hasFocus());
     press({QStringLiteral("Down"), QStringLiteral("Down"), QStringLiteral("Return")});
     ASSERT_TRUE(shows(QStringLiteral("Транскрипции")));
-    EXPECT_THAT(taskBar(), Contains(program));
+    EXPECT_THAT(taskBar(), Contains(applicationName));
     ASSERT_TRUE(hasFocus());
     press({QStringLiteral("ctrl+f")});
     type(QStringLiteral("quarter"));
@@ -201,7 +155,7 @@ TEST_F(WindowsTest, ByKeyboardAlone_ADictationIsFoundCopiedAndDeleted) {
         waitUntil([] { return clipboard() == QStringLiteral("The quarterly report goes to the printer"); }));
 
     const auto deleteFocused = [] {
-        const QList<AccessibleObject> objects = accessibleObjects(program);
+        const QList<AccessibleObject> objects = accessibleObjects(applicationName);
         return std::ranges::any_of(objects, [](const AccessibleObject& each) {
             return each.focused && each.name == QStringLiteral("Удалить");
         });
@@ -216,13 +170,13 @@ TEST_F(WindowsTest, ByKeyboardAlone_ADictationIsFoundCopiedAndDeleted) {
 }
 
 TEST_F(WindowsTest, SecondStart_OpensTheMainWindowWhichLeavesTheTaskBarWhenClosed) {
-    EXPECT_THAT(taskBar(), Not(Contains(program)));
+    EXPECT_THAT(taskBar(), Not(Contains(applicationName)));
     EXPECT_EQ(QProcess::execute(QStringLiteral(VELMORA_PROGRAM), QStringList()), 0);
     ASSERT_TRUE(shows(QStringLiteral("Транскрипции")));
-    EXPECT_TRUE(waitUntil([] { return activeTitle() == program; }));
-    EXPECT_THAT(taskBar(), Contains(program));
+    EXPECT_TRUE(waitUntil([] { return activeTitle() == applicationName; }));
+    EXPECT_THAT(taskBar(), Contains(applicationName));
     press({QStringLiteral("ctrl+w")});
-    EXPECT_TRUE(waitUntil([] { return !taskBar().contains(program); }));
+    EXPECT_TRUE(waitUntil([] { return !taskBar().contains(applicationName); }));
     EXPECT_TRUE(session.application().isRunning());
 }
 
@@ -234,7 +188,7 @@ TEST_F(WindowsTest, EveryControl_HasANameAndARoleForAssistiveTechnology) {
     const auto expectNamed = [](qsizetype atLeast) {
         QList<AccessibleObject> controls;
         EXPECT_TRUE(waitUntil([&] {
-            controls = accessibleObjects(program);
+            controls = accessibleObjects(applicationName);
             controls.removeIf([](const AccessibleObject& each) {
                 return !each.focusable || each.role == QStringLiteral("frame");
             });
