@@ -131,8 +131,8 @@ bool DictationSession::isQuiet() {
     return waitUntil([] { return recordings().isEmpty(); });
 }
 
-void DictationSession::speak() {
-    QProcess::execute(QStringLiteral("paplay"), {QStringLiteral("--device=virtual_mic_feed"),
+void DictationSession::speak(const QString& feed) {
+    QProcess::execute(QStringLiteral("paplay"), {QStringLiteral("--device=") + feed,
                                                  m_folder.filePath(QStringLiteral("voice.wav"))});
 }
 

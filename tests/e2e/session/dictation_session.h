@@ -39,8 +39,8 @@ public:
     [[nodiscard]] static bool isRecording();
     /// Waits until nothing is recorded and no recording is left on the disk.
     [[nodiscard]] static bool isQuiet();
-    /// Speaks the sentence into the microphone to its end.
-    void speak();
+    /// Speaks the sentence to its end into what feeds a microphone, the default one unless another is named.
+    void speak(const QString& feed = QStringLiteral("virtual_mic_feed"));
     /// Holds the hotkey while the sentence is spoken.
     void dictateHolding();
     /// The newest finished dictation, once there are `count` of them.
