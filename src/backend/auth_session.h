@@ -92,7 +92,7 @@ private:
     bool m_isLoading = false;
     std::shared_ptr<Task<>> m_refreshTask; // the one rotation in flight
     PreferencesPatch m_accumulatedPatch;   // not sent yet
-    Timer m_pendingPatchTask;                  // the pause after a change
+    Timer m_pendingPatchTask;              // the pause after a change
     TaskScope m_scope;                     // last: requests in flight end before the rest goes
 };
 

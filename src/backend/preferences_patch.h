@@ -6,10 +6,10 @@ namespace velmora {
 
 /// A change of some of the BackendPreferences; what is absent stays as it is.
 struct PreferencesPatch {
-    std::optional<QString> transcribeLanguage;
-    std::optional<bool> cleanupEnabled;
-    std::optional<bool> devModeEnabled;
-    std::optional<QString> meetingStorageMode;
+    std::optional<QString> transcribeLanguage = {};
+    std::optional<bool> cleanupEnabled = {};
+    std::optional<bool> devModeEnabled = {};
+    std::optional<QString> meetingStorageMode = {};
 
     bool operator==(const PreferencesPatch&) const = default;
 

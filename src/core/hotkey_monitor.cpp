@@ -66,8 +66,10 @@ void HotkeyMonitor::setSuspended(bool suspended) {
         return;
     m_isSuspended = suspended;
     if (suspended) {
-        m_activeChordKeyCode = -1;
+        m_leftOverKeyCode = std::exchange(m_activeChordKeyCode, -1);
         queue(&HotkeyMonitor::releaseStep);
+    } else {
+        m_leftOverFlags = m_flags;
     }
     applySettings();
 }
@@ -101,7 +103,19 @@ void HotkeyMonitor::applySettings() {
     m_tap->claimChord(isChord ? std::optional(KeyChord{binding.keyCode, binding.mask}) : std::nullopt);
 }
 
+void HotkeyMonitor::noteLeftOvers(const KeyEvent& event) {
+    if (event.kind == KeyEvent::Kind::FlagsChanged) {
+        m_flags = event.flags;
+        m_leftOverFlags &= m_flags;
+    } else if (event.kind == KeyEvent::Kind::KeyDown && m_isSuspended) {
+        m_leftOverKeyCode = event.keyCode;
+    } else if (event.kind == KeyEvent::Kind::KeyUp && event.keyCode == m_leftOverKeyCode) {
+        m_leftOverKeyCode = -1;
+    }
+}
+
 EventVerdict HotkeyMonitor::handle(const KeyEvent& event) {
+    noteLeftOvers(event);
     switch (event.kind) {
     case KeyEvent::Kind::TapDisabledByTimeout:
     case KeyEvent::Kind::TapDisabledByUserInput:
@@ -126,7 +140,7 @@ EventVerdict HotkeyMonitor::handleKeyDown(const KeyEvent& event) {
         return EventVerdict::Pass;
     if (event.keyCode == m_activeChordKeyCode)
         return EventVerdict::Swallow; // auto-repeat of the held chord
-    if (event.keyCode != binding.keyCode)
+    if (event.keyCode != binding.keyCode || event.keyCode == m_leftOverKeyCode)
         return EventVerdict::Pass;
     // A plain letter never acts as the hotkey, whatever the stored values say.
     if (binding.mask == 0 && !KeyCodeNames::isFunctionKey(event.keyCode))
@@ -149,7 +163,7 @@ EventVerdict HotkeyMonitor::handleKeyUp(const KeyEvent& event) {
 EventVerdict HotkeyMonitor::handleFlagsChanged(const KeyEvent& event) {
     const Binding binding = currentBinding();
     if (binding.keyCode < 0) {
-        const bool held = binding.mask != 0 && hasAll(event.flags, binding.mask);
+        const bool held = binding.mask != 0 && hasAll(event.flags & ~m_leftOverFlags, binding.mask);
         queue(held ? &HotkeyMonitor::pressStep : &HotkeyMonitor::releaseStep);
     } else if (m_activeChordKeyCode >= 0 && !hasAll(event.flags, binding.mask)) {
         // The chord's key is still down; its key-up will be swallowed and find nothing more to release.

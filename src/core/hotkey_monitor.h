@@ -33,7 +33,7 @@ public:
     /// Brings a disabled tap back, or starts.
     void ensureEnabled();
     /// While the user chooses another hotkey, no key is one: a hotkey that is down counts as released, and a
-    /// chord's keys go to whoever asks for them.
+    /// chord's keys go to whoever asks for them. What is down at the end has to be released before it counts.
     void setSuspended(bool suspended);
 
 Q_SIGNALS:
@@ -50,6 +50,7 @@ private:
     [[nodiscard]] Binding currentBinding() const;
     void applySettings();
     EventVerdict handle(const KeyEvent& event);
+    void noteLeftOvers(const KeyEvent& event);
     EventVerdict handleKeyDown(const KeyEvent& event);
     EventVerdict handleKeyUp(const KeyEvent& event);
     EventVerdict handleFlagsChanged(const KeyEvent& event);
@@ -66,6 +67,9 @@ private:
     bool m_isSuspended = false;
     bool m_isDown = false; // guards against double reports
     int m_activeChordKeyCode = -1;
+    quint64 m_flags = 0;
+    quint64 m_leftOverFlags = 0; // held since a suspension, as the key
+    int m_leftOverKeyCode = -1;
 };
 
 } // namespace velmora

@@ -26,28 +26,31 @@ const Event& as(const xcb_generic_event_t& event) {
 
 } // namespace
 
-std::unique_ptr<X11KeyWatch> X11KeyWatch::open(const QByteArray& display, Handler handler) {
+std::unique_ptr<X11KeyWatch> X11KeyWatch::open(const QByteArray& display, Handler handler,
+                                               CapsLockBit capsLockBit) {
     auto connection = std::make_unique<X11Connection>(display);
     if (!setUpInputExtension(*connection))
         return nullptr;
-    return std::unique_ptr<X11KeyWatch>(new X11KeyWatch(std::move(connection), std::move(handler)));
+    return std::unique_ptr<X11KeyWatch>(
+        new X11KeyWatch(std::move(connection), std::move(handler), capsLockBit));
 }
 
-X11KeyWatch::X11KeyWatch(std::unique_ptr<X11Connection> connection, Handler handler)
+X11KeyWatch::X11KeyWatch(std::unique_ptr<X11Connection> connection, Handler handler, CapsLockBit capsLockBit)
     : m_connection(std::move(connection))
     , m_handler(std::move(handler))
+    , m_capsLockBit(capsLockBit)
     , m_notifier(m_connection->fileDescriptor(), QSocketNotifier::Read)
     , m_injections(*m_connection)
     , m_grab(*m_connection) {
     selectEvents();
-    m_modifiers = X11ModifierKeys::read(*m_connection);
+    m_modifiers = modifiersNow();
     readKeyboards();
     const std::vector<X11Keys> held = pressedByServer();
     for (std::size_t i = 0; i < m_keyboards.size(); ++i)
         m_pressed[m_keyboards[i].id] = held[i];
     const XcbReply<xcb_query_pointer_reply_t> pointer(xcb_query_pointer_reply(
         m_connection->get(), xcb_query_pointer(m_connection->get(), m_connection->root()), nullptr));
-    m_capsLock = pointer && pointer->mask & XCB_MOD_MASK_LOCK;
+    m_capsLock = m_capsLockBit == CapsLockBit::OfLock && pointer && pointer->mask & XCB_MOD_MASK_LOCK;
 
     QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { dispatch(); });
     QObject::connect(&m_comparison, &QTimer::timeout, &m_comparison, [this] { compareWithServer(); });
@@ -155,7 +158,7 @@ void X11KeyWatch::handleKeyboard(const xcb_generic_event_t& event) {
     const auto& notify = as<xcb_xkb_state_notify_event_t>(event);
     if (notify.xkbType == XCB_XKB_NEW_KEYBOARD_NOTIFY || notify.xkbType == XCB_XKB_MAP_NOTIFY)
         m_mappingChanged = true;
-    if (notify.xkbType != XCB_XKB_STATE_NOTIFY)
+    if (notify.xkbType != XCB_XKB_STATE_NOTIFY || m_capsLockBit != CapsLockBit::OfLock)
         return;
     const bool locked = notify.lockedMods & XCB_MOD_MASK_LOCK;
     if (std::exchange(m_capsLock, locked) != locked)
@@ -199,9 +202,16 @@ void X11KeyWatch::readKeyboards() {
     }
 }
 
-void X11KeyWatch::readModifiers() {
+X11ModifierKeys X11KeyWatch::modifiersNow() {
     X11ModifierKeys now = X11ModifierKeys::read(*m_connection);
     now.setFnStandIn(m_fnStandIn);
+    if (m_capsLockBit == CapsLockBit::OfKey)
+        now.setCapsLockFollowsKey();
+    return now;
+}
+
+void X11KeyWatch::readModifiers() {
+    const X11ModifierKeys now = modifiersNow();
     if (now == m_modifiers)
         return;
     const quint64 before = flags();

@@ -18,9 +18,13 @@ class X11KeyWatch {
 public:
     using Handler = std::function<void(const KeyEvent&)>;
 
+    /// What sets the bit of Caps Lock.
+    enum class CapsLockBit { OfLock, OfKey };
+
     /// Null when there is no such server, or one that doesn't let programs listen. The handler may not
     /// destroy the watch.
-    [[nodiscard]] static std::unique_ptr<X11KeyWatch> open(const QByteArray& display, Handler handler);
+    [[nodiscard]] static std::unique_ptr<X11KeyWatch> open(const QByteArray& display, Handler handler,
+                                                           CapsLockBit capsLockBit = CapsLockBit::OfLock);
     X11KeyWatch(const X11KeyWatch&) = delete;
     X11KeyWatch& operator=(const X11KeyWatch&) = delete;
 
@@ -33,7 +37,7 @@ public:
     void releaseAll();
 
 private:
-    X11KeyWatch(std::unique_ptr<X11Connection> connection, Handler handler);
+    X11KeyWatch(std::unique_ptr<X11Connection> connection, Handler handler, CapsLockBit capsLockBit);
 
     void selectEvents();
     void dispatch();
@@ -44,6 +48,7 @@ private:
     void handleKeyboard(const xcb_generic_event_t& event);
     void key(const X11Keyboard& keyboard, xcb_keycode_t code, bool down);
     void readKeyboards();
+    [[nodiscard]] X11ModifierKeys modifiersNow();
     void readModifiers();
     void grabChord();
     void compareWithServer();
@@ -55,6 +60,7 @@ private:
 
     std::unique_ptr<X11Connection> m_connection;
     Handler m_handler;
+    const CapsLockBit m_capsLockBit;
     QSocketNotifier m_notifier;
     QTimer m_comparison;
     X11InjectionFilter m_injections;

@@ -15,6 +15,17 @@ bool hasKeys(const xcb_input_xi_device_info_t& info) {
     return false;
 }
 
+template<typename Visit>
+void forEachDevice(X11Connection& connection, const Visit& visit) {
+    const XcbReply<xcb_input_xi_query_device_reply_t> devices(xcb_input_xi_query_device_reply(
+        connection.get(), xcb_input_xi_query_device(connection.get(), XCB_INPUT_DEVICE_ALL), nullptr));
+    if (!devices)
+        return;
+    auto each = xcb_input_xi_query_device_infos_iterator(devices.get());
+    for (; each.rem > 0; xcb_input_xi_device_info_next(&each))
+        visit(*each.data);
+}
+
 } // namespace
 
 bool setUpInputExtension(X11Connection& connection) {
@@ -27,21 +38,25 @@ bool setUpInputExtension(X11Connection& connection) {
 }
 
 std::vector<X11Keyboard> x11Keyboards(X11Connection& connection) {
-    const XcbReply<xcb_input_xi_query_device_reply_t> devices(xcb_input_xi_query_device_reply(
-        connection.get(), xcb_input_xi_query_device(connection.get(), XCB_INPUT_DEVICE_ALL), nullptr));
     std::vector<X11Keyboard> keyboards;
-    if (!devices)
-        return keyboards;
-    auto each = xcb_input_xi_query_device_infos_iterator(devices.get());
-    for (; each.rem > 0; xcb_input_xi_device_info_next(&each)) {
-        const bool attached = each.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD;
-        const bool floating = each.data->type == XCB_INPUT_DEVICE_TYPE_FLOATING_SLAVE && hasKeys(*each.data);
+    forEachDevice(connection, [&](const xcb_input_xi_device_info_t& device) {
+        const bool attached = device.type == XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD;
+        const bool floating = device.type == XCB_INPUT_DEVICE_TYPE_FLOATING_SLAVE && hasKeys(device);
         if (!attached && !floating)
-            continue;
-        const QByteArray name(xcb_input_xi_device_info_name(each.data),
-                              xcb_input_xi_device_info_name_length(each.data));
-        keyboards.push_back({each.data->deviceid, !name.contains("XTEST"), attached});
-    }
+            return;
+        const QByteArray name(xcb_input_xi_device_info_name(&device),
+                              xcb_input_xi_device_info_name_length(&device));
+        keyboards.push_back({device.deviceid, !name.contains("XTEST"), attached});
+    });
+    return keyboards;
+}
+
+std::vector<xcb_input_device_id_t> x11SessionKeyboards(X11Connection& connection) {
+    std::vector<xcb_input_device_id_t> keyboards;
+    forEachDevice(connection, [&](const xcb_input_xi_device_info_t& device) {
+        if (device.type == XCB_INPUT_DEVICE_TYPE_MASTER_KEYBOARD)
+            keyboards.push_back(device.deviceid);
+    });
     return keyboards;
 }
 

@@ -26,6 +26,9 @@ struct X11Keyboard {
 
 [[nodiscard]] std::vector<X11Keyboard> x11Keyboards(X11Connection& connection);
 
+/// What the keyboards type into, one with a focus of its own for each person at the machine; mostly one.
+[[nodiscard]] std::vector<xcb_input_device_id_t> x11SessionKeyboards(X11Connection& connection);
+
 /// The keys that are down on each of them, in one round trip. Of a keyboard that is gone: none.
 [[nodiscard]] std::vector<X11Keys> pressedKeys(X11Connection& connection,
                                                const std::vector<X11Keyboard>& keyboards);

@@ -110,6 +110,14 @@ X11ModifierKeys X11ModifierKeys::read(X11Connection& connection) {
     return result;
 }
 
+void X11ModifierKeys::setCapsLockFollowsKey() {
+    for (std::size_t key = 0; key < m_flags.size(); ++key) {
+        if (m_capsLockKeys[key])
+            m_flags[key] = modifier::capsLock;
+    }
+    m_capsLockKeys.reset();
+}
+
 quint64 X11ModifierKeys::flags(xcb_keycode_t key) const {
     const bool isFn = m_fnKeys[key] || keyOf(m_fnStandIn) == key;
     return m_flags[key] | (isFn ? modifier::fn : 0);

@@ -14,6 +14,8 @@ public:
     static X11ModifierKeys read(X11Connection& connection);
 
     void setFnStandIn(FnStandIn standIn) { m_fnStandIn = standIn; }
+    /// Makes Caps Lock a modifier like the others: its bit follows the key, whatever is locked.
+    void setCapsLockFollowsKey();
 
     /// The bits of modifier_flags.h that the key sets while it is down; 0 for one that is no modifier.
     [[nodiscard]] quint64 flags(xcb_keycode_t key) const;

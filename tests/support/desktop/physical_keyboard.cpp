@@ -66,6 +66,12 @@ void PhysicalKeyboard::setLayouts(const char* layouts, uint8_t active) {
     [[maybe_unused]] const uint16_t sync = modifiers();
 }
 
+uint8_t PhysicalKeyboard::layout() {
+    const XcbReply<xcb_xkb_get_state_reply_t> state(
+        xcb_xkb_get_state_reply(m_x.get(), xcb_xkb_get_state(m_x.get(), XCB_XKB_ID_USE_CORE_KBD), nullptr));
+    return state ? state->group : 0;
+}
+
 void PhysicalKeyboard::fake(uint8_t kind, xcb_keycode_t key) {
     const uint8_t first = xcb_get_extension_data(m_x.get(), &xcb_input_id)->first_event;
     xcb_test_fake_input(m_x.get(), static_cast<uint8_t>(first + kind), key, XCB_CURRENT_TIME, XCB_WINDOW_NONE,

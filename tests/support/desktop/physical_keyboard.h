@@ -25,6 +25,8 @@ public:
 
     /// Sets the layouts ("us,ru") for all keyboards and makes one of them the active one, from 0.
     void setLayouts(const char* layouts, uint8_t active = 0);
+    /// Which of the layouts is the active one.
+    [[nodiscard]] uint8_t layout();
 
 private:
     void fake(uint8_t kind, xcb_keycode_t key);
