@@ -50,7 +50,7 @@ bool X11KeyEventMonitors::takeKeyboard() {
         m_grab = std::move(grab);
         m_watch = std::move(watch);
     }
-    if (!m_watch->isOpen())
+    if (!m_grab->isHeld())
         return false;
     m_lettingGo.stop();
     return true;

@@ -35,8 +35,8 @@ X11KeyboardGrab::~X11KeyboardGrab() {
     m_connection.sync(); // the keyboard can be taken again
 }
 
-// On the window that has the focus, which then isn't told of a loss of it. No events are asked for: the keys
-// go nowhere.
+// On the window that has the focus: it is told of a loss of it and of the return in one breath. No events are
+// asked for: the keys go nowhere.
 bool X11KeyboardGrab::grab(xcb_input_device_id_t keyboard) {
     xcb_connection_t* x = m_connection.get();
     const XcbReply<xcb_input_xi_get_focus_reply_t> focus(
@@ -51,6 +51,11 @@ bool X11KeyboardGrab::grab(xcb_input_device_id_t keyboard) {
         return false;
     m_grabbed.push_back(keyboard);
     return true;
+}
+
+bool X11KeyboardGrab::isHeld() {
+    m_connection.sync();
+    return m_connection.isOpen();
 }
 
 X11Keys X11KeyboardGrab::pressed() {

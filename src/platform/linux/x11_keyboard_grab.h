@@ -18,6 +18,8 @@ public:
     X11KeyboardGrab(const X11KeyboardGrab&) = delete;
     X11KeyboardGrab& operator=(const X11KeyboardGrab&) = delete;
 
+    /// False when the server has hung up.
+    [[nodiscard]] bool isHeld();
     /// The keys that are down in the session now.
     [[nodiscard]] X11Keys pressed();
 

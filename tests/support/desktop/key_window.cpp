@@ -39,6 +39,11 @@ std::vector<KeyWindow::Key> KeyWindow::takeKeys() {
     return std::exchange(m_keys, {});
 }
 
+bool KeyWindow::hasFocus() {
+    read();
+    return m_hasFocus;
+}
+
 int KeyWindow::focusLosses() {
     read();
     return m_focusLosses;
@@ -60,6 +65,8 @@ void KeyWindow::read() {
         const int type = typeOf(*event);
         if (type == XCB_FOCUS_OUT)
             ++m_focusLosses;
+        if (type == XCB_FOCUS_OUT || type == XCB_FOCUS_IN)
+            m_hasFocus = type == XCB_FOCUS_IN;
         if (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE)
             continue;
         const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(*event);

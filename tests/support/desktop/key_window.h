@@ -20,6 +20,8 @@ public:
 
     /// What has arrived since it was last asked.
     [[nodiscard]] std::vector<Key> takeKeys();
+    /// As it has been told last.
+    [[nodiscard]] bool hasFocus();
     /// How often it has lost the keyboard focus.
     [[nodiscard]] int focusLosses();
     /// Takes the keyboard for itself, as an open menu does.
@@ -32,6 +34,7 @@ private:
     X11Connection m_x;
     xcb_window_t m_window;
     std::vector<Key> m_keys;
+    bool m_hasFocus = true;
     int m_focusLosses = 0;
 };
 
