@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/settings_by_name.h"
 #include "platform/instance_link.h"
 
 #include <QStringList>
@@ -22,6 +23,18 @@ struct Send {
     InstanceCommand command;
     bool operator==(const Send&) const = default;
 };
+/// Store these settings.
+struct SetSettings {
+    std::vector<WrittenSetting> changes;
+    bool operator==(const SetSettings&) const = default;
+};
+struct GetSetting {
+    QString key;
+    bool operator==(const GetSetting&) const = default;
+};
+struct ListSettings {
+    bool operator==(const ListSettings&) const = default;
+};
 struct ShowVersion {
     bool operator==(const ShowVersion&) const = default;
 };
@@ -35,10 +48,11 @@ struct Invalid {
 
 } // namespace launch
 
-using Launch =
-    std::variant<launch::Run, launch::Send, launch::ShowVersion, launch::ShowHelp, launch::Invalid>;
+using Launch = std::variant<launch::Run, launch::Send, launch::SetSettings, launch::GetSetting,
+                            launch::ListSettings, launch::ShowVersion, launch::ShowHelp, launch::Invalid>;
 
-/// Reads the arguments behind the program's name: none, one verb, or one URL of our scheme.
+/// Reads the arguments behind the program's name: none, one verb with what it needs, or one URL of our
+/// scheme.
 [[nodiscard]] Launch parseCommandLine(const QStringList& arguments);
 
 /// The text of --help.

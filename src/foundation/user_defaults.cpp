@@ -92,17 +92,19 @@ void UserDefaults::write(const QString& key, const QJsonValue& newValue) {
         stored->remove(key);
     else
         stored->insert(key, newValue);
-    save(*stored);
+    m_isSaved = save(*stored);
     lock.unlock();
     watchFile();
     adopt(*stored);
 }
 
-void UserDefaults::save(const QJsonObject& values) {
+bool UserDefaults::save(const QJsonObject& values) {
     QSaveFile file(m_path);
     const QByteArray bytes = QJsonDocument(values).toJson();
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        log(QStringLiteral("[Velmora] defaults: can't write %1: %2").arg(m_path, file.errorString()));
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+        return true;
+    log(QStringLiteral("[Velmora] defaults: can't write %1: %2").arg(m_path, file.errorString()));
+    return false;
 }
 
 void UserDefaults::adopt(const QJsonObject& values) {

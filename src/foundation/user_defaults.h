@@ -33,6 +33,8 @@ public:
     void set(const QString& key, double value) { write(key, value); }
     void set(const QString& key, bool value) { write(key, value); }
     void remove(const QString& key) { write(key, QJsonValue(QJsonValue::Undefined)); }
+    /// False when the last value written didn't reach the disk; this object gives it all the same.
+    [[nodiscard]] bool isSaved() const { return m_isSaved; }
 
 Q_SIGNALS:
     /// The key has a new value or none any more, by this process or another.
@@ -41,7 +43,7 @@ Q_SIGNALS:
 private:
     [[nodiscard]] QJsonValue value(const QString& key) const;
     void write(const QString& key, const QJsonValue& value);
-    void save(const QJsonObject& values);
+    [[nodiscard]] bool save(const QJsonObject& values);
     void adopt(const QJsonObject& values);
     void reload();
     void watchFile();
@@ -49,6 +51,7 @@ private:
     const QString m_path;
     mutable QMutex m_mutex; // guards m_values
     QJsonObject m_values;
+    bool m_isSaved = true;
     QFileSystemWatcher m_watcher;
 };
 

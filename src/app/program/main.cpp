@@ -1,6 +1,8 @@
 #include "app/assembly/application.h"
 #include "app/command_line.h"
 #include "choose_platform.h"
+#include "core/app_settings.h"
+#include "foundation/user_folders.h"
 #include "platform/linux/make_instance_link.h"
 #include "quit_on_signals.h"
 #include "ui/qml_engine.h"
@@ -48,9 +50,40 @@ int send(const InstanceCommand& command) {
     return EXIT_FAILURE;
 }
 
+/// Works on the stored settings, which the running instance watches: it isn't asked.
+int withSettings(const std::function<void(SettingsByName&)>& work) {
+    UserDefaults defaults(defaultsPath());
+    AppSettings settings(defaults);
+    SettingsByName byName(settings, defaults);
+    try {
+        work(byName);
+        return EXIT_SUCCESS;
+    } catch (const BadSetting& error) {
+        print(stderr, QStringLiteral("velmora: %1\n").arg(error.localizedDescription()));
+        return usageError;
+    } catch (const Error& error) {
+        print(stderr, QStringLiteral("velmora: %1\n").arg(error.localizedDescription()));
+        return EXIT_FAILURE;
+    }
+}
+
 struct Start {
     int operator()(const launch::Run& start) const { return run(start.command); }
     int operator()(const launch::Send& start) const { return send(start.command); }
+    int operator()(const launch::SetSettings& start) const {
+        return withSettings([&](SettingsByName& settings) { settings.set(start.changes); });
+    }
+    int operator()(const launch::GetSetting& start) const {
+        return withSettings([&](const SettingsByName& settings) {
+            print(stdout, settings.value(start.key) + QLatin1Char('\n'));
+        });
+    }
+    int operator()(const launch::ListSettings&) const {
+        return withSettings([](const SettingsByName& settings) {
+            for (const WrittenSetting& each : settings.all())
+                print(stdout, QStringLiteral("%1=%2\n").arg(each.key, each.value));
+        });
+    }
     int operator()(const launch::ShowVersion&) const {
         print(stdout, QStringLiteral("velmora %1\n").arg(QCoreApplication::applicationVersion()));
         return EXIT_SUCCESS;

@@ -42,3 +42,27 @@ TEST(CommandLine, AnythingElse_IsNamed) {
     EXPECT_EQ(parse({"https://example.com"}), Launch(launch::Invalid{QStringLiteral("https://example.com")}));
     EXPECT_EQ(parse({"--press", "--release"}), Launch(launch::Invalid{QStringLiteral("--release")}));
 }
+
+TEST(CommandLine, Set_TakesAnyNumberOfChangesAndSplitsAtTheFirstEqualsSign) {
+    EXPECT_EQ(parse({"--set", "hudSize=large"}),
+              Launch(launch::SetSettings{{{QStringLiteral("hudSize"), QStringLiteral("large")}}}));
+    EXPECT_EQ(parse({"--set", "hotkeyCustomLabel=⌃ =", "--set", "micUniqueID="}),
+              Launch(launch::SetSettings{{{QStringLiteral("hotkeyCustomLabel"), QStringLiteral("⌃ =")},
+                                          {QStringLiteral("micUniqueID"), QString()}}}));
+}
+
+TEST(CommandLine, SetOfSomethingElse_IsNamed) {
+    EXPECT_EQ(parse({"--set"}), Launch(launch::Invalid{QStringLiteral("--set")}));
+    EXPECT_EQ(parse({"--set", "hudSize"}), Launch(launch::Invalid{QStringLiteral("hudSize")}));
+    EXPECT_EQ(parse({"--set", "=large"}), Launch(launch::Invalid{QStringLiteral("=large")}));
+    EXPECT_EQ(parse({"--set", "a=b", "--set"}), Launch(launch::Invalid{QStringLiteral("--set")}));
+    EXPECT_EQ(parse({"--set", "a=b", "--press"}), Launch(launch::Invalid{QStringLiteral("--press")}));
+}
+
+TEST(CommandLine, GetAndListSettings_AreKnown) {
+    EXPECT_EQ(parse({"--get", "hudSize"}), Launch(launch::GetSetting{QStringLiteral("hudSize")}));
+    EXPECT_EQ(parse({"--list-settings"}), Launch(launch::ListSettings{}));
+    EXPECT_EQ(parse({"--get"}), Launch(launch::Invalid{QStringLiteral("--get")}));
+    EXPECT_EQ(parse({"--list-settings", "more"}), Launch(launch::Invalid{QStringLiteral("more")}));
+    EXPECT_TRUE(std::holds_alternative<launch::Invalid>(parse({"--get", "hudSize", "more"})));
+}

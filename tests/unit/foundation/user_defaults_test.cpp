@@ -156,3 +156,16 @@ TEST_F(UserDefaultsTest, Write_FolderCannotBeWritten_KeepsTheValueInMemory) {
     defaults.set(key, true);
     EXPECT_EQ(defaults.boolean(key), true);
 }
+
+TEST_F(UserDefaultsTest, FileThatCannotBeWritten_IsKnownUntilAWriteReachesTheDisk) {
+    UserDefaults defaults(path);
+    EXPECT_TRUE(defaults.isSaved());
+    QDir(folder.filePath(QStringLiteral("deep"))).removeRecursively();
+    defaults.set(key, true);
+    EXPECT_FALSE(defaults.isSaved());
+    EXPECT_EQ(defaults.boolean(key), true);
+    QDir().mkpath(folder.filePath(QStringLiteral("deep")));
+    defaults.set(key, false);
+    EXPECT_TRUE(defaults.isSaved());
+    EXPECT_EQ(UserDefaults(path).boolean(key), false);
+}
