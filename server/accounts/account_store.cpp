@@ -46,10 +46,14 @@ std::optional<Account> AccountStore::create(const std::string& email,
 }
 
 std::optional<Account> AccountStore::byId(const std::string& id) {
-    auto found = find("SELECT id, email, email_verified_at, is_admin, created_at, password_hash "
-                      "FROM accounts WHERE id = ?",
-                      id);
+    auto found = byIdWithPassword(id);
     return found ? std::optional(std::move(found->account)) : std::nullopt;
+}
+
+std::optional<AccountStore::WithPassword> AccountStore::byIdWithPassword(const std::string& id) {
+    return find("SELECT id, email, email_verified_at, is_admin, created_at, password_hash "
+                "FROM accounts WHERE id = ?",
+                id);
 }
 
 std::optional<AccountStore::WithPassword> AccountStore::byEmail(const std::string& email) {
@@ -71,6 +75,15 @@ std::optional<AccountStore::WithPassword> AccountStore::find(const char* sql, co
                         .isAdmin = row.boolean(3),
                         .createdAt = row.time(4)},
             .passwordHash = row.text(5)};
+    });
+}
+
+void AccountStore::setPasswordHash(const std::string& accountId, const std::string& passwordHash) {
+    m_database.transaction([&] {
+        m_database.prepare("UPDATE accounts SET password_hash = ? WHERE id = ?")
+            .bind(passwordHash)
+            .bind(accountId)
+            .run();
     });
 }
 

@@ -25,7 +25,10 @@ public:
                                                 const std::optional<std::string>& passwordHash, bool isAdmin);
 
     [[nodiscard]] std::optional<Account> byId(const std::string& id);
+    [[nodiscard]] std::optional<WithPassword> byIdWithPassword(const std::string& id);
     [[nodiscard]] std::optional<WithPassword> byEmail(const std::string& email);
+
+    void setPasswordHash(const std::string& accountId, const std::string& passwordHash);
 
     [[nodiscard]] Preferences preferences(const std::string& accountId);
 

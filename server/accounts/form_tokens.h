@@ -8,8 +8,8 @@
 
 namespace velmora::server {
 
-/// Tokens that a sign-in form carries, so that only a page of this server, made for the same handshake and
-/// not long ago, can be sent.
+/// Tokens that a form carries, so that only a page of this server, made for the same state (a handshake, say)
+/// and not long ago, can be sent.
 class FormTokens {
 public:
     FormTokens(const HmacKey& key, Clock clock);

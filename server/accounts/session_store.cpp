@@ -72,6 +72,19 @@ void SessionStore::revoke(const std::string& sessionId) {
     m_database.transaction([&] { remove(sessionId); });
 }
 
+void SessionStore::revokeAll(const std::string& accountId) {
+    m_database.transaction(
+        [&] { m_database.prepare("DELETE FROM sessions WHERE account_id = ?").bind(accountId).run(); });
+}
+
+int SessionStore::count(const std::string& accountId) {
+    return m_database.transaction([&] {
+        removeExpired();
+        auto row = m_database.prepare("SELECT COUNT(*) FROM sessions WHERE account_id = ?");
+        return row.bind(accountId).step() ? static_cast<int>(row.integer(0)) : 0;
+    });
+}
+
 bool SessionStore::isAlive(const std::string& sessionId) {
     return m_database.transaction(
         [&] { return m_database.prepare("SELECT 1 FROM sessions WHERE id = ?").bind(sessionId).step(); });

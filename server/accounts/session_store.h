@@ -28,6 +28,10 @@ public:
     [[nodiscard]] std::optional<Session> rotate(const std::string& refreshToken);
 
     void revoke(const std::string& sessionId);
+    void revokeAll(const std::string& accountId);
+
+    /// How many sessions of the account can still be used.
+    [[nodiscard]] int count(const std::string& accountId);
 
     [[nodiscard]] bool isAlive(const std::string& sessionId);
 

@@ -44,6 +44,10 @@ void checkLength(const std::string& password) {
 
 } // namespace
 
+SignInFailure SignInFailure::stalePage() {
+    return {400, "Страница устарела. Попробуйте ещё раз."};
+}
+
 SignInService::SignInService(AccountStore& accounts, PasswordHasher& hasher, const Clock& clock)
     : m_accounts(accounts)
     , m_hasher(hasher)
@@ -83,6 +87,17 @@ Account SignInService::createAccount(const std::string& email, const std::string
         throw taken;
     }
     return *account;
+}
+
+void SignInService::changePassword(const Account& account, const std::string& current,
+                                   const std::string& wanted, const std::string& peer) {
+    checkLength(wanted);
+    try {
+        static_cast<void>(signIn(account.email, current, peer));
+    } catch (const SignInFailure& failure) {
+        throw failure.status() == 401 ? SignInFailure(401, "Текущий пароль введён неверно.") : failure;
+    }
+    m_accounts.setPasswordHash(account.id, m_hasher.hash(wanted));
 }
 
 Account SignInService::signInLocally(const LocalUser& user) {

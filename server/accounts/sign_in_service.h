@@ -19,6 +19,9 @@ public:
         : std::runtime_error(message)
         , m_status(status) {}
 
+    /// The form was made too long ago, or not here.
+    [[nodiscard]] static SignInFailure stalePage();
+
     [[nodiscard]] int status() const { return m_status; }
 
 private:
@@ -36,6 +39,10 @@ public:
 
     [[nodiscard]] Account createAccount(const std::string& email, const std::string& password,
                                         const std::string& peer);
+
+    /// Asks for the password there is first, as signIn() does.
+    void changePassword(const Account& account, const std::string& current, const std::string& wanted,
+                        const std::string& peer);
 
     /// The account of the machine's user, made at the first time.
     [[nodiscard]] Account signInLocally(const LocalUser& user);

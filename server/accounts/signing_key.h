@@ -16,7 +16,7 @@ public:
     explicit SigningKey(const std::filesystem::path& file);
 
     /// An independent key for each purpose.
-    enum class Purpose : std::uint64_t { AccessTokens = 1, FormTokens = 2 };
+    enum class Purpose : std::uint64_t { AccessTokens = 1, FormTokens = 2, AccountForms = 3 };
     [[nodiscard]] HmacKey derive(Purpose purpose) const;
 
 private:

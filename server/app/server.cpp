@@ -9,11 +9,15 @@
 #include "accounts/session_store.h"
 #include "accounts/sign_in_service.h"
 #include "accounts/signing_key.h"
+#include "handlers/account_handler.h"
+#include "handlers/account_page_handler.h"
 #include "handlers/dictate_handler.h"
+#include "handlers/document_handler.h"
 #include "handlers/logout_handler.h"
 #include "handlers/me_handler.h"
 #include "handlers/patch_preferences_handler.h"
 #include "handlers/preferences_handler.h"
+#include "handlers/redirect_handler.h"
 #include "handlers/refresh_handler.h"
 #include "handlers/sign_in_handler.h"
 #include "handlers/sign_in_page_handler.h"
@@ -22,6 +26,7 @@
 #include "http/host_policy.h"
 #include "http/http_connection_factory.h"
 #include "http/router.h"
+#include "pages/document_pages.h"
 #include "speech/pocketsphinx_recogniser.h"
 
 #include <Poco/Net/ServerSocket.h>
@@ -99,6 +104,8 @@ struct Server::State {
         , tokens(key.derive(SigningKey::Purpose::AccessTokens), clock)
         , formTokens(key.derive(SigningKey::Purpose::FormTokens), clock)
         , signIn(accounts, hasher, clock)
+        , accountForms(key.derive(SigningKey::Purpose::AccountForms), clock)
+        , localUser(options.localUser ? std::optional(LocalUser::current()) : std::nullopt)
         , hosts(options.hosts)
         , socket(listenOn(options.listen)) {
         addRoutes(options);
@@ -123,12 +130,18 @@ struct Server::State {
     State& operator=(const State&) = delete;
 
     void addRoutes(const ServerOptions& options) {
-        const auto localUser = options.localUser ? std::optional(LocalUser::current()) : std::nullopt;
         const auto tempFolder = privateFolder(data / "tmp");
         router.add("GET", "/auth", Access::Public,
                    std::make_unique<SignInPageHandler>(formTokens, localUser));
         router.add("POST", "/auth", Access::Public,
                    std::make_unique<SignInHandler>(signIn, sessions, tokens, formTokens, localUser));
+        router.add("GET", "/", Access::Public, std::make_unique<RedirectHandler>("/account"));
+        router.add("GET", "/account", Access::Public,
+                   std::make_unique<AccountPageHandler>(accountForms, localUser));
+        router.add("POST", "/account", Access::Public,
+                   std::make_unique<AccountHandler>(signIn, accounts, sessions, accountForms, localUser));
+        router.add("GET", "/news", Access::Public, std::make_unique<DocumentHandler>(newsPage));
+        router.add("GET", "/legal/license", Access::Public, std::make_unique<DocumentHandler>(licensePage));
         router.add("GET", "/v1/auth/me", Access::SignedIn, std::make_unique<MeHandler>(accounts));
         router.add("POST", "/v1/auth/refresh", Access::Public,
                    std::make_unique<RefreshHandler>(sessions, tokens));
@@ -154,6 +167,8 @@ struct Server::State {
     FormTokens formTokens;
     PasswordHasher hasher;
     SignInService signIn;
+    FormTokens accountForms;
+    LocalUserOffer localUser;
     HostPolicy hosts;
     Router router;
     ConnectionWatch watch;

@@ -117,6 +117,7 @@ void DictateHandler::answer(Exchange& exchange, TempFile& file) {
         *audio, m_recogniser,
         {.language = Language::fromPreference(preferences.transcribeLanguage).value_or(Language()),
          .clean = preferences.cleanupEnabled,
+         .spellTerms = preferences.devModeEnabled,
          .longest = m_limits.duration});
 
     exchange.allow(m_limits.duration * workPerDuration);

@@ -1,19 +1,14 @@
 #pragma once
 
 #include "accounts/account.h"
-#include "accounts/local_user.h"
+#include "handlers/local_user_offer.h"
 #include "http/handler.h"
-
-#include <optional>
-
-namespace Poco::Net {
-class HTMLForm;
-}
 
 namespace velmora::server {
 
 class AccessTokens;
 class FormTokens;
+class PostedForm;
 class SessionStore;
 class SignInService;
 
@@ -22,19 +17,18 @@ class SignInService;
 class SignInHandler : public Handler {
 public:
     SignInHandler(SignInService& service, SessionStore& sessions, const AccessTokens& tokens,
-                  const FormTokens& formTokens, std::optional<LocalUser> localUser);
+                  const FormTokens& formTokens, const LocalUserOffer& localUser);
 
     void handle(Exchange& exchange) override;
 
 private:
-    [[nodiscard]] Account accountFor(const Poco::Net::HTMLForm& form, const Exchange& exchange);
-    [[nodiscard]] bool offersLocalUser(const Exchange& exchange) const;
+    [[nodiscard]] Account accountFor(const PostedForm& form, const Exchange& exchange);
 
     SignInService& m_service;
     SessionStore& m_sessions;
     const AccessTokens& m_tokens;
     const FormTokens& m_formTokens;
-    std::optional<LocalUser> m_localUser;
+    const LocalUserOffer& m_localUser;
 };
 
 } // namespace velmora::server

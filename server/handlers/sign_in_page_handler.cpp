@@ -10,9 +10,9 @@ namespace {
 constexpr std::size_t longestState = 256;
 }
 
-SignInPageHandler::SignInPageHandler(const FormTokens& formTokens, std::optional<LocalUser> localUser)
+SignInPageHandler::SignInPageHandler(const FormTokens& formTokens, const LocalUserOffer& localUser)
     : m_formTokens(formTokens)
-    , m_localUser(std::move(localUser)) {}
+    , m_localUser(localUser) {}
 
 void SignInPageHandler::handle(Exchange& exchange) {
     const auto state = exchange.query("state");
@@ -21,15 +21,12 @@ void SignInPageHandler::handle(Exchange& exchange) {
         exchange.sendHtml(400, page.html, page.contentSecurityPolicy);
         return;
     }
-    SignInPage content{.state = state,
-                       .formToken = m_formTokens.issue(state),
-                       .email = {},
-                       .problem = {},
-                       .localName = std::nullopt};
-    if (m_localUser && isOwnConnection(exchange.peer(), exchange.ownAddress())) {
-        content.localName = m_localUser->name;
-    }
-    const auto page = content.render();
+    const auto page = SignInPage{.state = state,
+                                 .formToken = m_formTokens.issue(state),
+                                 .email = {},
+                                 .problem = {},
+                                 .localName = m_localUser.nameFor(exchange)}
+                          .render();
     exchange.sendHtml(200, page.html, page.contentSecurityPolicy);
 }
 

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "accounts/local_user.h"
+#include "handlers/local_user_offer.h"
 #include "http/handler.h"
-
-#include <optional>
 
 namespace velmora::server {
 
@@ -12,13 +10,13 @@ class FormTokens;
 /// GET /auth?source=app&state=…: the page where one signs in or creates an account.
 class SignInPageHandler : public Handler {
 public:
-    SignInPageHandler(const FormTokens& formTokens, std::optional<LocalUser> localUser);
+    SignInPageHandler(const FormTokens& formTokens, const LocalUserOffer& localUser);
 
     void handle(Exchange& exchange) override;
 
 private:
     const FormTokens& m_formTokens;
-    std::optional<LocalUser> m_localUser;
+    const LocalUserOffer& m_localUser;
 };
 
 } // namespace velmora::server

@@ -1,18 +1,12 @@
 #include "pages/sign_in_page.h"
 
-#include <array>
+#include "pages/entry_form.h"
+
 #include <cctype>
-#include <sstream>
 
 namespace velmora::server {
 
 namespace {
-
-std::string hidden(std::string_view name, std::string_view value) {
-    std::ostringstream html;
-    html << R"(<input type="hidden" name=")" << name << R"(" value=")" << escapeHtml(value) << R"(">)";
-    return html.str();
-}
 
 std::string percentEncoded(std::string_view text) {
     constexpr std::string_view digits = "0123456789ABCDEF";
@@ -32,27 +26,15 @@ std::string percentEncoded(std::string_view text) {
 } // namespace
 
 HtmlPage SignInPage::render() const {
-    const auto handshake = hidden("state", state) + hidden("form_token", formToken);
-    std::ostringstream body;
-    body << "<h1>Вход в Velmora</h1><p>После входа приложение откроется само.</p>";
-    if (!problem.empty()) {
-        body << R"(<p class="alarm" role="alert">)" << escapeHtml(problem) << "</p>";
-    }
-    if (localName) {
-        body << R"(<form method="post" action="/auth">)" << handshake
-             << R"(<button class="button primary" name="action" value="local">Продолжить как )"
-             << escapeHtml(*localName) << R"(</button></form><div class="or">или</div>)";
-    }
-    body
-        << R"(<form method="post" action="/auth">)" << handshake
-        << R"(<label>Почта<input type="email" name="email" required maxlength="254" autocomplete="username" value=")"
-        << escapeHtml(email) << R"("></label>)"
-        << R"(<label>Пароль, не меньше 8 символов<input type="password" name="password" required maxlength="256" )"
-        << R"(autocomplete="current-password"></label>)"
-        << R"(<button class="button)" << (localName ? "" : " primary")
-        << R"(" name="action" value="sign_in">Войти</button>)"
-        << R"(<button class="button" name="action" value="create">Создать аккаунт</button></form>)";
-    return HtmlPage::make("Вход в Velmora", {}, body.str());
+    const EntryForm form{.path = "/auth",
+                         .hidden = hiddenField("state", state) + hiddenField("form_token", formToken),
+                         .email = email,
+                         .problem = problem,
+                         .localName = localName,
+                         .creates = true};
+    return HtmlPage::make("Вход в Velmora", {},
+                          "<h1>Вход в Velmora</h1><p>После входа приложение откроется само.</p>" +
+                              form.render());
 }
 
 HtmlPage signedInPage(const std::string& callbackUrl) {

@@ -5,6 +5,7 @@
 #include "speech/pause_cutter.h"
 #include "speech/recogniser.h"
 #include "speech/sample_rate.h"
+#include "speech/term_speller.h"
 #include "speech/text_cleaner.h"
 
 #include <iterator>
@@ -58,12 +59,15 @@ DictationEvent Dictation::transcribe(const Sink& sink, const std::stop_token& st
     if (!language) {
         return DictationFailed{
             "language_not_supported",
-            "Этот сервер не умеет распознавать выбранный язык. Выберите другой в настройках "
-            "Velmora («Язык транскрипции»: «English» или «Авто») или подключите к серверу "
-            "распознаватель, который его знает (--recogniser openai=…)."};
+            "Сервер не знает этого языка. Выберите «English» или «Авто» в настройках: «Обработка», "
+            "«Язык транскрипции». Или подключите к серверу распознаватель, который знает этот язык "
+            "(--recogniser openai=…)."};
     }
     sink(DictationStage{"transcribing"});
-    const auto recognition = m_recogniser.begin(*language, stop);
+    const auto recognition =
+        m_recogniser.begin({.language = *language,
+                            .vocabulary = m_settings.spellTerms ? TermSpeller::examples() : std::string()},
+                           stop);
     if (!recognition) {
         return {};
     }
@@ -74,7 +78,10 @@ DictationEvent Dictation::transcribe(const Sink& sink, const std::stop_token& st
     const auto recognisePieces = [&] {
         for (auto piece = cutter.next(); piece && !stop.stop_requested(); piece = cutter.next()) {
             const auto words = recognition->recognise(*piece, stop);
-            const auto phrase = m_settings.clean ? cleaner.clean(words) : trimmed(words);
+            auto phrase = m_settings.clean ? cleaner.clean(words) : trimmed(words);
+            if (m_settings.spellTerms) {
+                phrase = TermSpeller::spell(phrase);
+            }
             if (!phrase.empty() && !stop.stop_requested()) {
                 const auto delta = (text.empty() ? "" : " ") + phrase;
                 text += delta;

@@ -18,6 +18,8 @@ public:
     struct Settings {
         Language language;
         bool clean = true;
+        /// Write technical terms as developers do.
+        bool spellTerms = false;
         std::chrono::milliseconds longest{};
     };
     using Sink = std::function<void(DictationEvent)>;

@@ -66,9 +66,9 @@ std::string readAll(std::istream& stream) {
 
 class OpenAiRecogniser::Upload : public Recognition {
 public:
-    Upload(const OpenAiRecogniser& owner, Language language)
+    Upload(const OpenAiRecogniser& owner, Expectation expectation)
         : m_owner(owner)
-        , m_language(std::move(language)) {}
+        , m_expectation(std::move(expectation)) {}
 
     std::string recognise(std::span<const std::int16_t> samples, const std::stop_token& stop) override {
         try {
@@ -102,8 +102,11 @@ private:
         Poco::Net::HTMLForm form(Poco::Net::HTMLForm::ENCODING_MULTIPART);
         form.set("model", m_owner.m_model);
         form.set("response_format", "json");
-        if (!m_language.isAutomatic()) {
-            form.set("language", m_language.code());
+        if (!m_expectation.language.isAutomatic()) {
+            form.set("language", m_expectation.language.code());
+        }
+        if (!m_expectation.vocabulary.empty()) {
+            form.set("prompt", m_expectation.vocabulary);
         }
         // The form owns the part.
         form.addPart("file", new Poco::Net::StringPartSource(wavFile(samples), "audio/wav", "speech.wav"));
@@ -115,7 +118,7 @@ private:
     }
 
     const OpenAiRecogniser& m_owner;
-    Language m_language;
+    Expectation m_expectation;
 };
 
 OpenAiRecogniser::OpenAiRecogniser(const Settings& settings)
@@ -145,8 +148,9 @@ PieceLimits OpenAiRecogniser::pieceLimits() const {
             .pause = std::chrono::milliseconds(500)};
 }
 
-std::unique_ptr<Recognition> OpenAiRecogniser::begin(const Language& language, const std::stop_token& stop) {
-    return stop.stop_requested() ? nullptr : std::make_unique<Upload>(*this, language);
+std::unique_ptr<Recognition> OpenAiRecogniser::begin(const Expectation& expectation,
+                                                     const std::stop_token& stop) {
+    return stop.stop_requested() ? nullptr : std::make_unique<Upload>(*this, expectation);
 }
 
 } // namespace velmora::server

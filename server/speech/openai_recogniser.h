@@ -25,7 +25,7 @@ public:
     /// Longer than a local recogniser's: such models do better with more to go by.
     [[nodiscard]] PieceLimits pieceLimits() const override;
 
-    [[nodiscard]] std::unique_ptr<Recognition> begin(const Language& language,
+    [[nodiscard]] std::unique_ptr<Recognition> begin(const Expectation& expectation,
                                                      const std::stop_token& stop) override;
 
 private:

@@ -51,7 +51,7 @@ std::optional<Language> PocketsphinxRecogniser::resolve(const Language& wanted) 
     return wanted.isAutomatic() || wanted == english ? english : std::nullopt;
 }
 
-std::unique_ptr<Recognition> PocketsphinxRecogniser::begin(const Language& /*language*/,
+std::unique_ptr<Recognition> PocketsphinxRecogniser::begin(const Expectation& /*expectation*/,
                                                            const std::stop_token& stop) {
     {
         std::unique_lock lock(m_mutex);

@@ -21,7 +21,7 @@ public:
 
     [[nodiscard]] std::optional<Language> resolve(const Language& wanted) const override;
     [[nodiscard]] PieceLimits pieceLimits() const override { return {}; }
-    [[nodiscard]] std::unique_ptr<Recognition> begin(const Language& language,
+    [[nodiscard]] std::unique_ptr<Recognition> begin(const Expectation& expectation,
                                                      const std::stop_token& stop) override;
 
 private:

@@ -7,6 +7,7 @@
 #include <span>
 #include <stdexcept>
 #include <stop_token>
+#include <string>
 
 namespace velmora::server {
 
@@ -21,6 +22,14 @@ public:
 
 private:
     std::string m_code;
+};
+
+/// What a recogniser should expect to hear.
+struct Expectation {
+    /// A resolved one.
+    Language language;
+    /// Words as they are written, for one that takes advice; empty for none.
+    std::string vocabulary;
 };
 
 /// One dictation's hold on a recogniser.
@@ -45,9 +54,8 @@ public:
     /// The pieces it likes best.
     [[nodiscard]] virtual PieceLimits pieceLimits() const = 0;
 
-    /// Waits until there is room for one more; null when a stop is requested before. `language` is a resolved
-    /// one.
-    [[nodiscard]] virtual std::unique_ptr<Recognition> begin(const Language& language,
+    /// Waits until there is room for one more; null when a stop is requested before.
+    [[nodiscard]] virtual std::unique_ptr<Recognition> begin(const Expectation& expectation,
                                                              const std::stop_token& stop) = 0;
 };
 

@@ -1,5 +1,7 @@
 #include "app/server.h"
 #include "fake_recogniser.h"
+#include "fake_transcription_service.h"
+#include "speech/openai_recogniser.h"
 #include "speech/pocketsphinx_recogniser.h"
 #include "speech/sample_rate.h"
 #include "speech/wav.h"
@@ -121,6 +123,16 @@ TEST_F(DictateSpeechTest, RussianAskedOfAnEnglishModel_SaysTheWayOut) {
     EXPECT_EQ(events[0].name, "error");
     EXPECT_EQ(textOf(events[0], "code"), "language_not_supported");
     EXPECT_THAT(textOf(events[0], "message"), HasSubstr("«Язык транскрипции»"));
+
+    speakToWav(sentence, folder.path() / "speech.wav");
+    for (const std::string language : {"auto", "English"}) {
+        ASSERT_EQ(client
+                      .sendAs(tokens, "PATCH", "/v1/me/preferences",
+                              R"({"transcribeLanguage":")" + language + "\"}")
+                      .status,
+                  200);
+        expectSentence(client.dictate(tokens, readFile(folder.path() / "speech.wav")));
+    }
 }
 
 TEST_F(DictateSpeechTest, Silence_EndsWithEmptyText) {
@@ -155,6 +167,43 @@ TEST_F(DictateTest, CleaningOff_LeavesTheWords) {
               200);
     const auto events = client->dictate(tokens, someSound()).events();
     EXPECT_EQ(textOf(events.back(), "text"), "um hello hello");
+}
+
+TEST_F(DictateTest, DeveloperMode_SpellsTermsFromTheNextDictationOn) {
+    auto recogniser = std::make_unique<FakeRecogniser>();
+    recogniser->phrases = {"push it to github", "push it to github", "push it to github"};
+    start(std::move(recogniser));
+    const auto set = [&](const std::string& value) {
+        const auto reply =
+            client->sendAs(tokens, "PATCH", "/v1/me/preferences", R"({"devModeEnabled":)" + value + "}");
+        EXPECT_EQ(reply.status, 200);
+    };
+    const auto dictate = [&] { return client->dictate(tokens, someSound()).events(); };
+    EXPECT_EQ(textOf(dictate().back(), "text"), "Push it to github.");
+    set("true");
+    const auto events = dictate();
+    EXPECT_EQ(textOf(events[1], "delta"), "Push it to GitHub");
+    EXPECT_EQ(textOf(events.back(), "text"), "Push it to GitHub.");
+    set("false");
+    EXPECT_EQ(textOf(dictate().back(), "text"), "Push it to github.");
+}
+
+TEST_F(DictateTest, LanguageAndDeveloperMode_ReachTheTranscriptionService) {
+    FakeTranscriptionService service;
+    start(std::make_unique<OpenAiRecogniser>(
+        OpenAiRecogniser::Settings{.url = service.url(), .model = "m", .key = {}}));
+    const auto dictateWith = [&](const std::string& preferences) {
+        EXPECT_EQ(client->sendAs(tokens, "PATCH", "/v1/me/preferences", preferences).status, 200);
+        EXPECT_EQ(client->dictate(tokens, someSound()).events().back().name, "done");
+        return service.last().fields;
+    };
+    const auto russian = dictateWith(R"({"transcribeLanguage":"Русский","devModeEnabled":true})");
+    EXPECT_EQ(russian.at("language"), "ru");
+    EXPECT_THAT(russian.at("prompt"), AllOf(HasSubstr("React, hooks"), HasSubstr("API")));
+    const auto english = dictateWith(R"({"transcribeLanguage":"English","devModeEnabled":false})");
+    EXPECT_EQ(english.at("language"), "en");
+    EXPECT_FALSE(english.contains("prompt"));
+    EXPECT_FALSE(dictateWith(R"({"transcribeLanguage":"auto"})").contains("language"));
 }
 
 TEST_F(DictateTest, RecogniserFailure_ComesAsErrorEvent) {

@@ -36,7 +36,8 @@ struct FakeRecogniser : Recogniser {
                                                                                       : std::nullopt;
     }
     PieceLimits pieceLimits() const override { return {}; }
-    std::unique_ptr<Recognition> begin(const Language& /*language*/, const std::stop_token& stop) override {
+    std::unique_ptr<Recognition> begin(const Expectation& /*expectation*/,
+                                       const std::stop_token& stop) override {
         return stop.stop_requested() ? nullptr : std::make_unique<Turn>(*this);
     }
 
@@ -67,7 +68,7 @@ struct StuckRecogniser : Recogniser {
 
     std::optional<Language> resolve(const Language& wanted) const override { return wanted; }
     PieceLimits pieceLimits() const override { return {}; }
-    std::unique_ptr<Recognition> begin(const Language& /*language*/,
+    std::unique_ptr<Recognition> begin(const Expectation& /*expectation*/,
                                        const std::stop_token& /*stop*/) override {
         return std::make_unique<Turn>(*this);
     }

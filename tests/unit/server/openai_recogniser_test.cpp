@@ -20,10 +20,10 @@ OpenAiRecogniser::Settings at(const std::string& url) {
 class OpenAiRecogniserTest : public testing::Test {
 protected:
     std::string recognise(OpenAiRecogniser::Settings settings, const std::string& language,
-                          const std::stop_token& stop = {}) {
+                          const std::stop_token& stop = {}, const std::string& vocabulary = {}) {
         OpenAiRecogniser recogniser(settings);
         const auto wanted = recogniser.resolve(Language::fromPreference(language).value());
-        return recogniser.begin(wanted.value(), stop)->recognise(samples, stop);
+        return recogniser.begin({wanted.value(), vocabulary}, stop)->recognise(samples, stop);
     }
 
     void expectFailure(const std::string& code) {
@@ -56,6 +56,13 @@ TEST_F(OpenAiRecogniserTest, AutomaticLanguageAndNoKey_AreLeftOut) {
     EXPECT_EQ(request.authorization, "");
     EXPECT_FALSE(request.fields.contains("language"));
     EXPECT_EQ(request.fields.at("model"), "whisper-1");
+}
+
+TEST_F(OpenAiRecogniserTest, Vocabulary_IsThePrompt_AndWithoutOneThereIsNone) {
+    static_cast<void>(recognise(at(service.url()), "ru", {}, "React, хуки"));
+    EXPECT_EQ(service.last().fields.at("prompt"), "React, хуки");
+    static_cast<void>(recognise(at(service.url()), "ru"));
+    EXPECT_FALSE(service.last().fields.contains("prompt"));
 }
 
 TEST_F(OpenAiRecogniserTest, Url_MayBeBaseOrEndpoint) {

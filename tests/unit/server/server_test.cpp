@@ -9,6 +9,7 @@
 namespace velmora::server {
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -172,6 +173,21 @@ TEST_F(ServerTest, BadPreferences_Are400AndNameTheField) {
     EXPECT_EQ(reply.json()->getObject("details")->getValue<std::string>("field"), "cleanupEnabled");
     EXPECT_EQ(client.sendAs(tokens, "PATCH", "/v1/me/preferences", "{").code(), "bad_json");
     EXPECT_EQ(client.sendAs(tokens, "PATCH", "/v1/me/preferences", std::string(100'000, ' ')).status, 413);
+}
+
+TEST_F(ServerTest, News_IsTheChangeLog) {
+    const auto page = client.send("GET", "/news");
+    EXPECT_EQ(page.status, 200);
+    EXPECT_THAT(page.body, AllOf(HasSubstr("<h1>Что нового</h1>"), HasSubstr("<h2>0.1.0"), HasSubstr("<li>"),
+                                 HasSubstr("<code>velmora-server</code>"), Not(HasSubstr("`")),
+                                 Not(HasSubstr("Changes"))));
+}
+
+TEST_F(ServerTest, License_IsTheWholeLicense) {
+    const auto page = client.send("GET", "/legal/license");
+    EXPECT_EQ(page.status, 200);
+    EXPECT_THAT(page.body, AllOf(HasSubstr("<h1>Лицензия</h1>"), HasSubstr("MIT License"),
+                                 HasSubstr("WITHOUT WARRANTY OF ANY KIND"), HasSubstr("DEALINGS IN THE")));
 }
 
 TEST_F(ServerTest, UnknownPath_Is404_WrongMethodIs405) {

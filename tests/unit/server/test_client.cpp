@@ -44,6 +44,23 @@ std::string Reply::code() const {
     return json()->getValue<std::string>("code");
 }
 
+std::string Reply::hiddenField(const std::string& name) const {
+    return between(body, R"(type="hidden" name=")" + name + R"(" value=")", "\"");
+}
+
+std::string Reply::hiddenFields() const {
+    std::string fields;
+    const auto form = between(body, "<form", "</form>");
+    const std::string begin = R"(type="hidden" name=")";
+    for (auto at = form.find(begin); at != std::string::npos; at = form.find(begin, at + 1)) {
+        const auto name = between(form.substr(at), begin, "\"");
+        std::string value;
+        Poco::URI::encode(between(form.substr(at), "value=\"", "\""), "&=+", value);
+        fields += (fields.empty() ? "" : "&") + name + "=" + value;
+    }
+    return fields;
+}
+
 std::vector<SentEvent> Reply::events() const {
     std::vector<SentEvent> events;
     for (std::size_t begin = 0; begin < body.size();) {
@@ -104,8 +121,8 @@ Reply TestClient::sendAs(const Tokens& tokens, const std::string& method, const 
 
 Reply TestClient::submitForm(const std::string& state, const std::string& fields) const {
     const auto page = send("GET", "/auth?source=app&state=" + state);
-    const auto token = between(page.body, R"(name="form_token" value=")", "\"");
-    return send("POST", "/auth", "state=" + state + "&form_token=" + token + "&" + fields,
+    return send("POST", "/auth",
+                "state=" + state + "&form_token=" + page.hiddenField("form_token") + "&" + fields,
                 {{"Content-Type", "application/x-www-form-urlencoded"}});
 }
 

@@ -24,6 +24,11 @@ struct Reply {
     [[nodiscard]] Poco::JSON::Object::Ptr json() const;
     [[nodiscard]] std::string code() const;
 
+    /// What the page's first hidden field of that name holds; and all hidden fields of its first form as a
+    /// browser would send them.
+    [[nodiscard]] std::string hiddenField(const std::string& name) const;
+    [[nodiscard]] std::string hiddenFields() const;
+
     /// The body's blocks, separated by two line feeds. Comments are passed over; fails on a block that is
     /// anything else than "event:" and "data:".
     [[nodiscard]] std::vector<SentEvent> events() const;
