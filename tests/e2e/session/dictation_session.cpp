@@ -1,8 +1,9 @@
 #include "e2e/session/dictation_session.h"
 
 #include "core/history_store.h"
-#include "foundation/user_folders.h"
 #include "e2e/session/sign_in_page.h"
+#include "foundation/user_folders.h"
+#include "support/desktop/default_browser.h"
 #include "support/desktop/wait_until.h"
 
 #include <QDir>
@@ -52,13 +53,7 @@ DictationSession::DictationSession(bool signIn)
     write(script,
           "#!/bin/sh\nprintf %s \"$1\" > '" + note + ".part'; mv '" + note + ".part' '" + note + "'\n");
     QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    const QString applications = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-                                 QStringLiteral("/applications");
-    write(applications + QStringLiteral("/noting-browser.desktop"),
-          "[Desktop Entry]\nType=Application\nName=Browser\nExec=" + script.toUtf8() + " %u\n");
-    QProcess::execute(QStringLiteral("xdg-mime"),
-                      {QStringLiteral("default"), QStringLiteral("noting-browser.desktop"),
-                       QStringLiteral("x-scheme-handler/http")});
+    makeDefaultBrowser(script);
     QProcess::execute(QStringLiteral("flite"),
                       {QStringLiteral("-voice"), QStringLiteral("kal16"), QStringLiteral("-t"),
                        QLatin1String(sentence), QStringLiteral("-o"),
@@ -79,10 +74,10 @@ void DictationSession::restartBackend(bool forgetKey) {
         for (const QString& name : QDir(data).entryList({QStringLiteral("*key*")}))
             QFile::remove(data + QLatin1Char('/') + name);
     }
-    m_backend = std::make_unique<Program>(QStringLiteral(VELMORA_SERVER_PROGRAM),
-                                          QStringList{QStringLiteral("--listen"),
-                                                      QStringLiteral("127.0.0.1:%1").arg(m_port),
-                                                      QStringLiteral("--data"), data});
+    m_backend = std::make_unique<Program>(
+        QStringLiteral(VELMORA_SERVER_PROGRAM),
+        QStringList{QStringLiteral("--listen"), QStringLiteral("127.0.0.1:%1").arg(m_port),
+                    QStringLiteral("--data"), data, QStringLiteral("--local-user")});
     (void)m_backend->says("listens on");
 }
 
@@ -166,14 +161,29 @@ int DictationSession::wordsHeard(const QString& text) {
 }
 
 void DictationSession::setPreference(const QByteArray& json) {
+    request("PATCH", QStringLiteral("/v1/me/preferences"), json);
+}
+
+QJsonObject DictationSession::account() const {
+    const QByteArray reply = request("GET", QStringLiteral("/v1/auth/me"));
+    return QJsonDocument::fromJson(reply).object().value(QStringLiteral("user")).toObject();
+}
+
+void DictationSession::registerLinks() {
+    QProcess::execute(QStringLiteral(VELMORA_REGISTER_LINKS), {QStringLiteral(VELMORA_PROGRAM)});
+}
+
+QByteArray DictationSession::request(const QByteArray& method, const QString& path,
+                                     const QByteArray& json) const {
     const QString token =
         QJsonDocument::fromJson(storedTokens()).object().value(QStringLiteral("accessToken")).toString();
     QNetworkAccessManager network;
-    QNetworkRequest request(QUrl(address() + QStringLiteral("/v1/me/preferences"), QUrl::StrictMode));
+    QNetworkRequest request(QUrl(address() + path, QUrl::StrictMode));
     request.setRawHeader("Authorization", "Bearer " + token.toLatin1());
     request.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/json"));
-    const std::unique_ptr<QNetworkReply> reply(network.sendCustomRequest(request, "PATCH", json));
+    const std::unique_ptr<QNetworkReply> reply(network.sendCustomRequest(request, method, json));
     waitUntil([&reply] { return reply->isFinished(); });
+    return reply->readAll();
 }
 
 } // namespace velmora::test

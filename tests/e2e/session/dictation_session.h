@@ -4,6 +4,7 @@
 #include "e2e/session/program.h"
 #include "support/desktop/physical_keyboard.h"
 
+#include <QJsonObject>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -52,11 +53,17 @@ public:
     void setDefaults(const QByteArray& json);
     /// Sets a preference of the signed-in account.
     void setPreference(const QByteArray& json);
+    /// What the backend says of the account that the application is signed in to.
+    [[nodiscard]] QJsonObject account() const;
+    /// Has velmora:// links open the application, as an installed one does.
+    static void registerLinks();
 
     static const char* const sentence;
     static constexpr int wordsSpoken = 11;
 
 private:
+    /// With the application's access token; the reply's body.
+    QByteArray request(const QByteArray& method, const QString& path, const QByteArray& json = {}) const;
     [[nodiscard]] QString address() const { return QStringLiteral("http://127.0.0.1:%1").arg(m_port); }
     [[nodiscard]] QString browserNote() const { return m_folder.filePath(QStringLiteral("opened-url")); }
 

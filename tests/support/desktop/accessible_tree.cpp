@@ -26,6 +26,10 @@ AccessibleObject describe(AtspiAccessible* object, AtspiStateSet* states) {
     result.name = taken(atspi_accessible_get_name(object, nullptr));
     result.focusable = atspi_state_set_contains(states, ATSPI_STATE_FOCUSABLE);
     result.focused = atspi_state_set_contains(states, ATSPI_STATE_FOCUSED);
+    if (atspi_state_set_contains(states, ATSPI_STATE_EDITABLE)) {
+        if (const Ref<AtspiText> text{atspi_accessible_get_text_iface(object)})
+            result.text = taken(atspi_text_get_text(text.get(), 0, -1, nullptr));
+    }
     if (const Ref<AtspiComponent> component{atspi_accessible_get_component_iface(object)}) {
         if (AtspiRect* rect =
                 atspi_component_get_extents(component.get(), ATSPI_COORD_TYPE_SCREEN, nullptr)) {

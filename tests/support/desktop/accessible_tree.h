@@ -12,6 +12,7 @@ namespace velmora::test {
 struct AccessibleObject {
     QString role; ///< as "push button"
     QString name;
+    QString text;  ///< what a field holds that can be typed into
     QRect extents; ///< on the screen
     bool focusable = false;
     bool focused = false;

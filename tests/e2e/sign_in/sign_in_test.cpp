@@ -1,0 +1,76 @@
+#include "e2e/session/dictation_session.h"
+#include "support/desktop/browser.h"
+#include "support/desktop/tray.h"
+
+#include <gmock/gmock.h>
+#include <pwd.h>
+#include <unistd.h>
+
+using namespace velmora;
+using namespace velmora::test;
+
+namespace {
+
+/// As the page names the user of this machine.
+QString ownName() {
+    const passwd* entry = getpwuid(getuid());
+    const QString fullName = QString::fromUtf8(entry->pw_gecos).section(QLatin1Char(','), 0, 0);
+    return fullName.isEmpty() ? QString::fromUtf8(entry->pw_name) : fullName;
+}
+
+QString ownEmail() {
+    return QString::fromUtf8(getpwuid(getuid())->pw_name) + QStringLiteral("@localhost");
+}
+
+class SignInTest : public testing::Test {
+protected:
+    void SetUp() override {
+        DictationSession::registerLinks();
+        ASSERT_EQ(session.storedTokens(), QByteArray());
+        ASSERT_EQ(DictationSession::velmora(QStringLiteral("--sign-in")), 0);
+        ASSERT_TRUE(Browser::shows(QStringLiteral("Вход в Velmora")));
+    }
+
+    void TearDown() override {
+        if (!HasFailure())
+            return;
+        QProcess::execute(QStringLiteral("import"), {QStringLiteral("-window"), QStringLiteral("root"),
+                                                     QStringLiteral("sign-in-failure.png")});
+        std::cout << session.application().output().toStdString() << Browser::description().toStdString();
+    }
+
+    void expectSignedInAs(const QString& email) {
+        EXPECT_TRUE(session.isSignedIn());
+        EXPECT_EQ(session.account().value(QStringLiteral("email")).toString(), email);
+    }
+
+    Tray tray;
+    DictationSession session{false};
+    Browser browser;
+};
+
+} // namespace
+
+TEST_F(SignInTest, LocalUserContinues_ApplicationIsSignedIn) {
+    ASSERT_TRUE(browser.click(QStringLiteral("Продолжить как ") + ownName()));
+    ASSERT_TRUE(browser.allowLink());
+    expectSignedInAs(ownEmail());
+}
+
+TEST_F(SignInTest, AccountCreatedInTheForm_ApplicationIsSignedIn) {
+    ASSERT_TRUE(browser.type(QStringLiteral("Почта"), QStringLiteral("ann@example.org")));
+    ASSERT_TRUE(
+        browser.type(QStringLiteral("Пароль, не меньше 8 символов"), QStringLiteral("correct horse")));
+    ASSERT_TRUE(browser.click(QStringLiteral("Создать аккаунт")));
+    ASSERT_TRUE(browser.allowLink());
+    expectSignedInAs(QStringLiteral("ann@example.org"));
+}
+
+TEST_F(SignInTest, LinkDeclinedAtFirst_ButtonOfThePageOpensTheApplication) {
+    ASSERT_TRUE(browser.click(QStringLiteral("Продолжить как ") + ownName()));
+    ASSERT_TRUE(browser.declineLink());
+    EXPECT_EQ(session.storedTokens(), QByteArray());
+    ASSERT_TRUE(browser.click(QStringLiteral("Открыть Velmora")));
+    ASSERT_TRUE(browser.allowLink());
+    expectSignedInAs(ownEmail());
+}
