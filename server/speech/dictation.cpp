@@ -5,7 +5,7 @@
 #include "speech/pause_cutter.h"
 #include "speech/recogniser.h"
 #include "speech/sample_rate.h"
-#include "speech/term_speller.h"
+#include "speech/technical_terms.h"
 #include "speech/text_cleaner.h"
 
 #include <iterator>
@@ -66,7 +66,7 @@ DictationEvent Dictation::transcribe(const Sink& sink, const std::stop_token& st
     sink(DictationStage{"transcribing"});
     const auto recognition =
         m_recogniser.begin({.language = *language,
-                            .vocabulary = m_settings.spellTerms ? TermSpeller::examples() : std::string()},
+                            .vocabulary = m_settings.spellTerms ? technicalTermExamples() : std::string()},
                            stop);
     if (!recognition) {
         return {};
@@ -80,7 +80,7 @@ DictationEvent Dictation::transcribe(const Sink& sink, const std::stop_token& st
             const auto words = recognition->recognise(*piece, stop);
             auto phrase = m_settings.clean ? cleaner.clean(words) : trimmed(words);
             if (m_settings.spellTerms) {
-                phrase = TermSpeller::spell(phrase);
+                phrase = spellTechnicalTerms(phrase);
             }
             if (!phrase.empty() && !stop.stop_requested()) {
                 const auto delta = (text.empty() ? "" : " ") + phrase;

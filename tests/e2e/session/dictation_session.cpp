@@ -1,6 +1,7 @@
 #include "e2e/session/dictation_session.h"
 
 #include "core/history_store.h"
+#include "e2e/session/free_port.h"
 #include "e2e/session/sign_in_page.h"
 #include "foundation/user_folders.h"
 #include "support/desktop/default_browser.h"
@@ -13,16 +14,9 @@
 #include <QNetworkReply>
 #include <QRegularExpression>
 #include <QStandardPaths>
-#include <QTcpServer>
 
 namespace velmora::test {
 namespace {
-
-int freePort() {
-    QTcpServer probe;
-    probe.listen(QHostAddress::LocalHost);
-    return probe.serverPort();
-}
 
 QByteArray contentOf(const QString& path) {
     QFile file(path);

@@ -79,5 +79,26 @@ TEST_F(SessionStoreTest, Database_HoldsNoTokenInClear) {
     EXPECT_EQ(stored.find(session.refreshToken), std::string::npos);
 }
 
+TEST_F(SessionStoreTest, RevokeAll_EndsThoseOfTheAccountAlone) {
+    const auto other = accounts.create("b@example.org", "hash", false)->id;
+    const auto first = sessions.open(account);
+    const auto second = sessions.open(account);
+    const auto others = sessions.open(other);
+    EXPECT_EQ(sessions.count(account), 2);
+    sessions.revokeAll(account);
+    EXPECT_FALSE(sessions.isAlive(first.id));
+    EXPECT_FALSE(sessions.rotate(second.refreshToken));
+    EXPECT_TRUE(sessions.isAlive(others.id));
+    EXPECT_EQ(sessions.count(account), 0);
+}
+
+TEST_F(SessionStoreTest, Count_LeavesOutWhatHasExpired) {
+    static_cast<void>(sessions.open(account));
+    time.now += std::chrono::days(30);
+    static_cast<void>(sessions.open(account));
+    time.now += std::chrono::days(31);
+    EXPECT_EQ(sessions.count(account), 1);
+}
+
 } // namespace
 } // namespace velmora::server

@@ -114,6 +114,27 @@ TEST_F(SignInServiceTest, RightPassword_ForgetsTheWrongOnes) {
     }
 }
 
+TEST_F(SignInServiceTest, NewPassword_NeedsThePresentOne_AndCountsFromThenOn) {
+    const auto account = create(email, password);
+    expectFailure(401, "Текущий пароль",
+                  [&] { service.changePassword(account, "a guess", "battery staple", peer); });
+    expectFailure(400, "слишком короткий", [&] { service.changePassword(account, password, "brief", peer); });
+    EXPECT_EQ(signIn(email, password), account);
+    service.changePassword(account, password, "battery staple", peer);
+    EXPECT_EQ(signIn(email, "battery staple"), account);
+    expectFailure(401, "Неверная", [&] { signIn(email, password); });
+}
+
+TEST_F(SignInServiceTest, GuessingThePresentPassword_IsHeldBack) {
+    const auto account = create(email, password);
+    for (int i = 0; i < 10; ++i) {
+        expectFailure(401, "Текущий",
+                      [&] { service.changePassword(account, "a guess", "battery staple", peer); });
+    }
+    expectFailure(429, "через 15 мин",
+                  [&] { service.changePassword(account, password, "battery staple", peer); });
+}
+
 TEST_F(SignInServiceTest, LocalUser_IsMadeOnce_AsAdminWithoutPassword) {
     const LocalUser user{.email = "ann@localhost", .name = "Ann"};
     const auto account = service.signInLocally(user);

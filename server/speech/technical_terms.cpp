@@ -1,4 +1,4 @@
-#include "speech/term_speller.h"
+#include "speech/technical_terms.h"
 
 #include <Poco/UTF8String.h>
 
@@ -257,7 +257,7 @@ std::vector<std::string_view> splitAtBlanks(std::string_view text) {
 
 } // namespace
 
-std::string TermSpeller::spell(std::string_view phrase) {
+std::string spellTechnicalTerms(std::string_view phrase) {
     const auto words = splitAtBlanks(phrase);
     std::string text;
     for (std::size_t i = 0; i < words.size(); ++i) {
@@ -278,7 +278,7 @@ std::string TermSpeller::spell(std::string_view phrase) {
     return text;
 }
 
-std::string TermSpeller::examples() {
+std::string technicalTermExamples() {
     return "React, hooks, useState, props, JavaScript, TypeScript, Node.js, npm, API, REST, JSON, SQL, "
            "PostgreSQL, Docker, Kubernetes, GitHub, pull request, commit, merge, deploy, frontend, backend.";
 }

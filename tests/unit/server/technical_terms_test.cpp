@@ -1,4 +1,4 @@
-#include "speech/term_speller.h"
+#include "speech/technical_terms.h"
 
 #include <gmock/gmock.h>
 
@@ -12,11 +12,11 @@ struct Spelling {
 
 void expectSpelled(const std::vector<Spelling>& table) {
     for (const auto& [heard, written] : table) {
-        EXPECT_EQ(TermSpeller::spell(heard), written) << heard;
+        EXPECT_EQ(spellTechnicalTerms(heard), written) << heard;
     }
 }
 
-TEST(TermSpeller, EnglishTerms_GetTheirCapitals) {
+TEST(TechnicalTerms, EnglishTerms_GetTheirCapitals) {
     expectSpelled({{"github", "GitHub"},
                    {"push it to github", "push it to GitHub"},
                    {"Github", "GitHub"},
@@ -30,7 +30,7 @@ TEST(TermSpeller, EnglishTerms_GetTheirCapitals) {
                    {"открой github и посмотри json", "открой GitHub и посмотри JSON"}});
 }
 
-TEST(TermSpeller, TermsOfTwoWords_ArePutTogether) {
+TEST(TechnicalTerms, TermsOfTwoWords_ArePutTogether) {
     expectSpelled({{"java script", "JavaScript"},
                    {"in java script, not java", "in JavaScript, not Java"},
                    {"git hub.", "GitHub."},
@@ -42,14 +42,14 @@ TEST(TermSpeller, TermsOfTwoWords_ArePutTogether) {
                    {"нод джиэс", "Node.js"}});
 }
 
-TEST(TermSpeller, WhatIsWrittenSoAlready_Stays) {
+TEST(TechnicalTerms, WhatIsWrittenSoAlready_Stays) {
     for (const std::string text :
          {"pull request", "a pull request on GitHub", "VS Code", "hooks", "useState", "frontend", ""}) {
-        EXPECT_EQ(TermSpeller::spell(text), text);
+        EXPECT_EQ(spellTechnicalTerms(text), text);
     }
 }
 
-TEST(TermSpeller, EnglishWordsOfEverydaySpeech_Stay) {
+TEST(TechnicalTerms, EnglishWordsOfEverydaySpeech_Stay) {
     expectSpelled({{"go home and react", "go home and react"},
                    {"the rust on a swift node", "the rust on a swift node"},
                    {"a ruby in spring", "a ruby in spring"},
@@ -59,7 +59,7 @@ TEST(TermSpeller, EnglishWordsOfEverydaySpeech_Stay) {
                    {"script for java scripts", "script for Java scripts"}});
 }
 
-TEST(TermSpeller, RussianTransliterations_BecomeTheTerm) {
+TEST(TechnicalTerms, RussianTransliterations_BecomeTheTerm) {
     expectSpelled({{"реакт", "React"},
                    {"Реакт", "React"},
                    {"компонент на реакте", "компонент на React"},
@@ -72,16 +72,16 @@ TEST(TermSpeller, RussianTransliterations_BecomeTheTerm) {
                    {"поставь линукс", "поставь Linux"}});
 }
 
-TEST(TermSpeller, RussianWordsWithASenseOfTheirOwn_Stay) {
+TEST(TechnicalTerms, RussianWordsWithASenseOfTheirOwn_Stay) {
     for (const std::string text :
          {"питон",   "на питоне",  "хук",        "хуки",         "джейсон", "докер",  "котлин",     "редис",
           "свифт",   "раст",       "нода",       "го",           "коммит",  "деплой", "пулреквест", "терапия",
           "реактор", "реактивный", "джавайский", "гитхабовский", "капитал", "утапи"}) {
-        EXPECT_EQ(TermSpeller::spell(text), text);
+        EXPECT_EQ(spellTechnicalTerms(text), text);
     }
 }
 
-TEST(TermSpeller, Punctuation_IsKept) {
+TEST(TechnicalTerms, Punctuation_IsKept) {
     expectSpelled({{"github, gitlab.", "GitHub, GitLab."},
                    {"«гитхаб»?", "«GitHub»?"},
                    {"json…", "JSON…"},
@@ -91,23 +91,23 @@ TEST(TermSpeller, Punctuation_IsKept) {
                    {"апи-ключ,", "API-ключ,"}});
 }
 
-TEST(TermSpeller, PartsOfNamesAndAddresses_Stay) {
+TEST(TechnicalTerms, PartsOfNamesAndAddresses_Stay) {
     for (const std::string text : {"github.com", "https://github.com/json", "my-json-file", "json-schema",
                                    "json_api", "ann@github.com", "node.json", "apis.json"}) {
-        EXPECT_EQ(TermSpeller::spell(text), text);
+        EXPECT_EQ(spellTechnicalTerms(text), text);
     }
 }
 
-TEST(TermSpeller, Blanks_AreKept) {
+TEST(TechnicalTerms, Blanks_AreKept) {
     expectSpelled({{" json  api ", " JSON  API "}});
 }
 
-TEST(TermSpeller, BrokenUtf8_IsNoDanger) {
-    EXPECT_THAT(TermSpeller::spell("\xD0 json \xFF\xFE \xE2"), testing::HasSubstr("JSON"));
+TEST(TechnicalTerms, BrokenUtf8_IsNoDanger) {
+    EXPECT_THAT(spellTechnicalTerms("\xD0 json \xFF\xFE \xE2"), testing::HasSubstr("JSON"));
 }
 
-TEST(TermSpeller, Examples_AreSpelledAsItSpells) {
-    EXPECT_EQ(TermSpeller::spell(TermSpeller::examples()), TermSpeller::examples());
+TEST(TechnicalTerms, Examples_AreSpelledAsItSpells) {
+    EXPECT_EQ(spellTechnicalTerms(technicalTermExamples()), technicalTermExamples());
 }
 
 } // namespace
