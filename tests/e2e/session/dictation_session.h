@@ -22,6 +22,8 @@ public:
 
     [[nodiscard]] Program& application() { return *m_application; }
     [[nodiscard]] Program& backend() { return *m_backend; }
+    /// Of the backend, and of the site with its pages.
+    [[nodiscard]] QString address() const { return QStringLiteral("http://127.0.0.1:%1").arg(m_port); }
     void stopBackend() { m_backend.reset(); }
     /// On the same port and data. With `forgetKey`, access tokens issued so far are no good any more.
     void restartBackend(bool forgetKey = false);
@@ -64,7 +66,6 @@ public:
 private:
     /// With the application's access token; the reply's body.
     QByteArray request(const QByteArray& method, const QString& path, const QByteArray& json = {}) const;
-    [[nodiscard]] QString address() const { return QStringLiteral("http://127.0.0.1:%1").arg(m_port); }
     [[nodiscard]] QString browserNote() const { return m_folder.filePath(QStringLiteral("opened-url")); }
 
     QTemporaryDir m_folder;

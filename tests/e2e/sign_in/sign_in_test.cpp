@@ -39,6 +39,14 @@ protected:
         std::cout << session.application().output().toStdString() << Browser::description().toStdString();
     }
 
+    void createAccount() {
+        ASSERT_TRUE(browser.type(QStringLiteral("Почта"), QStringLiteral("ann@example.org")));
+        ASSERT_TRUE(
+            browser.type(QStringLiteral("Пароль, не меньше 8 символов"), QStringLiteral("correct horse")));
+        ASSERT_TRUE(browser.click(QStringLiteral("Создать аккаунт")));
+        ASSERT_TRUE(browser.allowLink());
+    }
+
     void expectSignedInAs(const QString& email) {
         EXPECT_TRUE(session.isSignedIn());
         EXPECT_EQ(session.account().value(QStringLiteral("email")).toString(), email);
@@ -58,11 +66,7 @@ TEST_F(SignInTest, LocalUserContinues_ApplicationIsSignedIn) {
 }
 
 TEST_F(SignInTest, AccountCreatedInTheForm_ApplicationIsSignedIn) {
-    ASSERT_TRUE(browser.type(QStringLiteral("Почта"), QStringLiteral("ann@example.org")));
-    ASSERT_TRUE(
-        browser.type(QStringLiteral("Пароль, не меньше 8 символов"), QStringLiteral("correct horse")));
-    ASSERT_TRUE(browser.click(QStringLiteral("Создать аккаунт")));
-    ASSERT_TRUE(browser.allowLink());
+    createAccount();
     expectSignedInAs(QStringLiteral("ann@example.org"));
 }
 
@@ -73,4 +77,20 @@ TEST_F(SignInTest, LinkDeclinedAtFirst_ButtonOfThePageOpensTheApplication) {
     ASSERT_TRUE(browser.click(QStringLiteral("Открыть Velmora")));
     ASSERT_TRUE(browser.allowLink());
     expectSignedInAs(ownEmail());
+}
+
+TEST_F(SignInTest, PasswordChangedOnTheAccountPage_ApplicationsSessionHasEnded) {
+    createAccount();
+    expectSignedInAs(QStringLiteral("ann@example.org"));
+    Browser::open(session.address());
+    ASSERT_TRUE(Browser::shows(QStringLiteral("Аккаунт Velmora")));
+    ASSERT_TRUE(browser.type(QStringLiteral("Почта"), QStringLiteral("ann@example.org")));
+    ASSERT_TRUE(browser.type(QStringLiteral("Пароль"), QStringLiteral("correct horse")));
+    ASSERT_TRUE(browser.click(QStringLiteral("Войти")));
+    ASSERT_TRUE(browser.type(QStringLiteral("Текущий пароль"), QStringLiteral("correct horse")));
+    ASSERT_TRUE(
+        browser.type(QStringLiteral("Новый пароль, не меньше 8 символов"), QStringLiteral("battery staple")));
+    ASSERT_TRUE(browser.click(QStringLiteral("Сменить пароль")));
+    EXPECT_TRUE(Browser::shows(QStringLiteral("Открытых сеансов нет.")));
+    EXPECT_TRUE(session.account().isEmpty());
 }

@@ -24,6 +24,8 @@ constexpr auto patience = 60s;
 /// suspicious.
 constexpr auto effectTime = 3s;
 
+constexpr uint8_t wheelDown = 5;
+
 const QString program = QStringLiteral("Chromium");
 
 /// No offers to translate or to keep a password, which cover the page.
@@ -61,6 +63,17 @@ bool isLinkQuestion(const AccessibleObject& each) {
            each.name.endsWith(QLatin1Char('?'));
 }
 
+/// Whether nothing of the kind shows; the bus must have answered for all there is.
+bool isGone(const Matches& matches) {
+    bool complete = false;
+    const QList<AccessibleObject> objects = accessibleObjects(program, &complete);
+    return complete && std::ranges::none_of(objects, matches);
+}
+
+bool isPage(const AccessibleObject& each) {
+    return each.role == QStringLiteral("document web") && !each.extents.isEmpty();
+}
+
 /// Waits until it shows and has come to rest.
 std::optional<AccessibleObject> waitForResting(const Matches& matches) {
     std::optional<AccessibleObject> last;
@@ -73,6 +86,11 @@ std::optional<AccessibleObject> waitForResting(const Matches& matches) {
         },
         patience);
     return rests ? last : std::nullopt;
+}
+
+bool isBelowThePage(const AccessibleObject& control) {
+    const std::optional<AccessibleObject> page = find(isPage);
+    return page && control.extents.center().y() > page->extents.bottom();
 }
 
 } // namespace
@@ -115,18 +133,33 @@ bool Browser::click(const QString& name) {
         const std::optional<AccessibleObject> control = waitForResting(matches);
         if (!control)
             return false;
+        if (isBelowThePage(*control)) {
+            turnWheel(matches, *control);
+            continue;
+        }
         m_pointer.click(control->extents.center());
         // It has the focus then, unless it has led to another page.
-        const bool noticed = waitUntil(
-            [&] {
-                const std::optional<AccessibleObject> now = find(matches);
-                return !now || now->focused;
-            },
-            effectTime);
-        if (noticed)
+        const auto noticed = [&] {
+            const std::optional<AccessibleObject> now = find(matches);
+            return now ? now->focused : isGone(matches);
+        };
+        if (waitUntil(noticed, effectTime))
             return true;
     }
     return false;
+}
+
+void Browser::turnWheel(const std::function<bool(const AccessibleObject&)>& matches,
+                        const AccessibleObject& control) {
+    if (const std::optional<AccessibleObject> page = find(isPage))
+        m_pointer.moveTo(page->extents.center());
+    m_pointer.click(wheelDown);
+    waitUntil(
+        [&] {
+            const std::optional<AccessibleObject> now = find(matches);
+            return now && now->extents != control.extents;
+        },
+        effectTime);
 }
 
 bool Browser::type(const QString& field, const QString& text) {
@@ -156,18 +189,14 @@ bool Browser::answerLink(const std::function<QString(const QString&)>& button) {
     const std::optional<AccessibleObject> question = waitForResting(isLinkQuestion);
     if (!question)
         return false;
-    const auto isGone = [] {
-        bool complete = false;
-        const QList<AccessibleObject> objects = accessibleObjects(program, &complete);
-        return complete && std::ranges::none_of(objects, isLinkQuestion);
-    };
-    for (auto waited = 0s; waited < patience && !isGone(); waited += effectTime) {
+    const auto answered = [] { return isGone(isLinkQuestion); };
+    for (auto waited = 0s; waited < patience && !answered(); waited += effectTime) {
         if (const auto answer = find(controlNamed(button(question->name))))
             m_pointer.click(answer->extents.center());
-        if (waitUntil(isGone, effectTime))
+        if (waitUntil(answered, effectTime))
             return true;
     }
-    return isGone();
+    return answered();
 }
 
 QString Browser::description() {

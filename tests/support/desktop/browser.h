@@ -27,7 +27,8 @@ public:
 
     /// Waits until something of that name shows, in the page or around it.
     [[nodiscard]] static bool shows(const QString& name);
-    /// Waits for a control of that name and clicks it. False when it does not come or takes no notice.
+    /// Waits for a control of that name, scrolls down to it and clicks it. False when it does not come or
+    /// takes no notice.
     [[nodiscard]] bool click(const QString& name);
     /// Clicks a field and types into it, on a keyboard with Latin letters. False unless the text is in it
     /// then.
@@ -43,6 +44,9 @@ public:
 
 private:
     [[nodiscard]] bool answerLink(const std::function<QString(const QString& question)>& button);
+    /// Down by a notch, over the page, and waits for it to move.
+    void turnWheel(const std::function<bool(const AccessibleObject&)>& matches,
+                   const AccessibleObject& control);
     [[nodiscard]] qint64 pid() const;
     [[nodiscard]] QString profile() const { return m_folder.filePath(QStringLiteral("profile")); }
 
