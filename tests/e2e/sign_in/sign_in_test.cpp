@@ -87,6 +87,9 @@ TEST_F(SignInTest, PasswordChangedOnTheAccountPage_ApplicationsSessionHasEnded) 
     ASSERT_TRUE(browser.type(QStringLiteral("Почта"), QStringLiteral("ann@example.org")));
     ASSERT_TRUE(browser.type(QStringLiteral("Пароль"), QStringLiteral("correct horse")));
     ASSERT_TRUE(browser.click(QStringLiteral("Войти")));
+    // For weak eyes, so that the page has to be scrolled.
+    QProcess::execute(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("--repeat"),
+                                                  QStringLiteral("5"), QStringLiteral("ctrl+plus")});
     ASSERT_TRUE(browser.type(QStringLiteral("Текущий пароль"), QStringLiteral("correct horse")));
     ASSERT_TRUE(
         browser.type(QStringLiteral("Новый пароль, не меньше 8 символов"), QStringLiteral("battery staple")));

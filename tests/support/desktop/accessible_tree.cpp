@@ -22,6 +22,7 @@ QString taken(gchar* text) {
 
 AccessibleObject describe(AtspiAccessible* object, AtspiStateSet* states) {
     AccessibleObject result;
+    result.id = ATSPI_OBJECT(object)->path;
     result.role = taken(atspi_accessible_get_role_name(object, nullptr));
     result.name = taken(atspi_accessible_get_name(object, nullptr));
     result.focusable = atspi_state_set_contains(states, ATSPI_STATE_FOCUSABLE);

@@ -10,7 +10,8 @@ namespace velmora::test {
 
 /// What a screen reader is told of one object on the screen.
 struct AccessibleObject {
-    QString role; ///< as "push button"
+    QByteArray id; ///< the program's own for this object, as long as it lives
+    QString role;  ///< as "push button"
     QString name;
     QString text;  ///< what a field holds that can be typed into
     QRect extents; ///< on the screen

@@ -138,10 +138,10 @@ bool Browser::click(const QString& name) {
             continue;
         }
         m_pointer.click(control->extents.center());
-        // It has the focus then, unless it has led to another page.
+        // It has the focus then, unless it has led to another page; which may have one of the same name.
         const auto noticed = [&] {
             const std::optional<AccessibleObject> now = find(matches);
-            return now ? now->focused : isGone(matches);
+            return now ? now->focused || now->id != control->id : isGone(matches);
         };
         if (waitUntil(noticed, effectTime))
             return true;
