@@ -1,4 +1,5 @@
 #include "e2e/session/dictation_session.h"
+#include "e2e/session/user_hand.h"
 #include "support/desktop/browser.h"
 #include "support/desktop/tray.h"
 
@@ -34,8 +35,7 @@ protected:
     void TearDown() override {
         if (!HasFailure())
             return;
-        QProcess::execute(QStringLiteral("import"), {QStringLiteral("-window"), QStringLiteral("root"),
-                                                     QStringLiteral("sign-in-failure.png")});
+        screenshot().save(QStringLiteral("sign-in-failure.png"));
         std::cout << session.application().output().toStdString() << Browser::description().toStdString();
     }
 
@@ -88,8 +88,7 @@ TEST_F(SignInTest, PasswordChangedOnTheAccountPage_ApplicationsSessionHasEnded) 
     ASSERT_TRUE(browser.type(QStringLiteral("Пароль"), QStringLiteral("correct horse")));
     ASSERT_TRUE(browser.click(QStringLiteral("Войти")));
     // For weak eyes, so that the page has to be scrolled.
-    QProcess::execute(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("--repeat"),
-                                                  QStringLiteral("5"), QStringLiteral("ctrl+plus")});
+    press(QStringList(5, QStringLiteral("ctrl+plus")));
     ASSERT_TRUE(browser.type(QStringLiteral("Текущий пароль"), QStringLiteral("correct horse")));
     ASSERT_TRUE(
         browser.type(QStringLiteral("Новый пароль, не меньше 8 символов"), QStringLiteral("battery staple")));
