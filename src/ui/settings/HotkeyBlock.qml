@@ -20,7 +20,7 @@ Column {
 
     Item {
         width: parent.width
-        height: Math.max(56, words.height + 20)
+        height: Math.max(72, words.height + 20)
 
         Column {
             id: words
@@ -65,7 +65,7 @@ Column {
             VKeyCap {
                 anchors.verticalCenter: parent.verticalCenter
                 text: block.model.label
-                fontSize: 14
+                fontSize: 13
                 gradient: block.model.capturing
                 dark: block.dark
             }
@@ -108,7 +108,7 @@ Column {
     VRow {
         visible: block.model.isFn
         title: "Вместо Fn"
-        hint: "Свою Fn большинство клавиатур оставляет себе, её играет другая клавиша"
+        hint: "Свою Fn клавиатуры обычно не отдают программам — её роль играет другая клавиша"
         dark: block.dark
 
         VMenu {

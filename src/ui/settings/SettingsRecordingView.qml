@@ -86,7 +86,7 @@ FocusScope {
                     width: 40
                     text: root.model.minDurationText
                     color: root.theme.text
-                    font: VFont.mono(12)
+                    font: VFont.display(12, VFont.Medium)
                     horizontalAlignment: Text.AlignRight
                 }
                 VSlider {

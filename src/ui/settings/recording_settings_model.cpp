@@ -77,7 +77,7 @@ void RecordingSettingsModel::setMicrophone(const QString& uniqueID) {
 QString RecordingSettingsModel::microphoneHint() {
     m_microphones.see(m_inputs.inputs());
     return m_microphones.isMissing(microphone())
-               ? QStringLiteral("Выбранный микрофон не подключён — пока слушает системный")
+               ? QStringLiteral("Не подключён, пока слушает системный")
                : QString();
 }
 
