@@ -15,7 +15,6 @@ VRoundedRect {
 
     radius: 10
     color: theme.surface
-    gradientEnd: theme.accentSoft
     borderColor: theme.hairlineStrong
     borderWidth: 1
 

@@ -108,7 +108,7 @@ Column {
     VRow {
         visible: block.model.isFn
         title: "Вместо Fn"
-        hint: "Свою Fn клавиатуры обычно не отдают программам — её роль играет другая клавиша"
+        hint: "Свою Fn клавиатуры обычно не отдают — нажимайте эту клавишу"
         dark: block.dark
 
         VMenu {

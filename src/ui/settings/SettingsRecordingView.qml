@@ -4,7 +4,7 @@ import Velmora.Kit
 import Velmora.Settings
 
 /// The settings of the dictation: the hotkey, the microphone and the capsule.
-FocusScope {
+Item {
     id: root
 
     required property RecordingSettingsModel model
@@ -199,8 +199,13 @@ FocusScope {
         verticalPadding: 4
         dark: root.dark
     }
-    component Rule: VHairline {
+    component Rule: Item {
         width: parent ? parent.width : 0
-        dark: root.dark
+        height: 1 // keeps the rows below on whole pixels
+
+        VHairline {
+            width: parent.width
+            dark: root.dark
+        }
     }
 }

@@ -23,6 +23,7 @@ SettingsSheetModel::SettingsSheetModel(const SettingsNeighbours& neighbours, QOb
     , m_signIn(neighbours.authStore, neighbours.workspace, landingURL(neighbours.info))
     , m_version(versionText(neighbours.info))
     , m_site(neighbours.info.string(QStringLiteral("VelmorLandingURL")).value_or(QString()))
+    , m_recording(neighbours)
     , m_permissions(neighbours.perms) {
     connect(&m_nav, &AppNavigator::settingsTabChanged, this, &SettingsSheetModel::tabChanged);
     connect(&m_authStore, &AuthStore::isLoggedInChanged, this, &SettingsSheetModel::signedInChanged);

@@ -3,6 +3,7 @@
 #include "backend/sign_in.h"
 #include "ui/navigation/app_navigator.h"
 #include "ui/settings/permissions_model.h"
+#include "ui/settings/recording_settings_model.h"
 #include "ui/settings/settings_neighbours.h"
 
 #include <QUrl>
@@ -21,6 +22,7 @@ class SettingsSheetModel : public QObject {
     QML_UNCREATABLE("the window's")
     Q_PROPERTY(QString title READ title NOTIFY tabChanged)
     Q_PROPERTY(Page page READ page NOTIFY tabChanged)
+    Q_PROPERTY(velmora::RecordingSettingsModel* recording READ recording CONSTANT)
     Q_PROPERTY(velmora::PermissionsModel* permissions READ permissions CONSTANT)
     /// "Версия 1.2.0"; empty in a program that doesn't know its own.
     Q_PROPERTY(QString version READ version CONSTANT)
@@ -36,6 +38,7 @@ public:
 
     [[nodiscard]] QString title() const;
     [[nodiscard]] Page page() const;
+    [[nodiscard]] RecordingSettingsModel* recording() { return &m_recording; }
     [[nodiscard]] PermissionsModel* permissions() { return &m_permissions; }
     [[nodiscard]] QString version() const { return m_version; }
     [[nodiscard]] QString site() const;
@@ -57,6 +60,7 @@ private:
     SignIn m_signIn;
     const QString m_version;
     const QUrl m_site;
+    RecordingSettingsModel m_recording;
     PermissionsModel m_permissions;
 };
 
