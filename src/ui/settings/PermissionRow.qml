@@ -14,8 +14,7 @@ Column {
     property bool dark: VTheme.dark
     signal action()
 
-    VHairline {
-        width: parent.width
+    SettingsRule {
         visible: root.index > 0
         dark: root.dark
     }

@@ -17,7 +17,7 @@ Column {
 
     Text {
         width: parent.width
-        topPadding: 12
+        topPadding: 28
         visible: !root.loaded
         text: root.model.page === AISettingsModel.SignedOut
             ? "Войди в аккаунт во вкладке «Общие», чтобы настроить язык транскрипции и очистку."
@@ -62,8 +62,7 @@ Column {
                     onPicked: (option) => root.model.language = option
                 }
             }
-            VHairline {
-                width: parent.width
+            SettingsRule {
                 dark: root.dark
             }
             VRow {
@@ -77,8 +76,7 @@ Column {
                     onToggled: root.model.cleanupEnabled = on
                 }
             }
-            VHairline {
-                width: parent.width
+            SettingsRule {
                 dark: root.dark
             }
             VRow {

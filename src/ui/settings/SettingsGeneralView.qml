@@ -21,8 +21,7 @@ VCard {
             onPicked: (label) => root.model.accent = label
         }
     }
-    VHairline {
-        width: parent.width
+    SettingsRule {
         dark: root.dark
     }
     VRow {
@@ -36,8 +35,7 @@ VCard {
             onToggled: root.model.launchAtLogin = on
         }
     }
-    VHairline {
-        width: parent.width
+    SettingsRule {
         dark: root.dark
     }
     VRow {
@@ -51,8 +49,7 @@ VCard {
             onToggled: root.model.showHUD = on
         }
     }
-    VHairline {
-        width: parent.width
+    SettingsRule {
         dark: root.dark
     }
     VRow {

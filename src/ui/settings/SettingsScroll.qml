@@ -10,6 +10,7 @@ Flickable {
     property bool dark: VTheme.dark
 
     readonly property real margin: 24
+    readonly property real context: 48 // seen above and below what has the keyboard
     readonly property Item focused: Window.activeFocusItem
 
     function scrollTo(y) {
@@ -21,8 +22,8 @@ Flickable {
             holder = holder.parent;
         if (!holder)
             return;
-        const top = focused.mapToItem(contentItem, 0, 0).y - margin;
-        const bottom = top + focused.height + 2 * margin;
+        const top = focused.mapToItem(contentItem, 0, 0).y - context;
+        const bottom = top + focused.height + 2 * context;
         scrollTo(Math.max(bottom - height, Math.min(contentY, top)));
     }
 
@@ -51,9 +52,9 @@ Flickable {
     Item {
         id: slot
 
-        x: scroll.margin
+        x: scroll.margin - 1
         y: 8
-        width: scroll.width - 2 * scroll.margin
+        width: scroll.width - 2 * x
         height: childrenRect.height
     }
 

@@ -30,10 +30,10 @@ FocusScope {
         if (!(event.modifiers & Qt.ControlModifier))
             return;
         const steps = {
-            [Qt.Key_Tab]: 1,
+            [Qt.Key_Tab]: event.modifiers & Qt.ShiftModifier ? -1 : 1,
             [Qt.Key_Backtab]: -1,
-            [Qt.Key_PageDown]: 1,
-            [Qt.Key_PageUp]: -1
+            [Qt.Key_PageUp]: -1,
+            [Qt.Key_PageDown]: 1
         };
         if (event.key in steps) {
             stepTab(steps[event.key]);

@@ -24,7 +24,7 @@ FocusScope {
     VPillNav {
         id: nav
 
-        x: 19
+        x: 23
         y: 14
         width: parent.width - 2 * x
         items: root.model.tabs
