@@ -6,6 +6,8 @@ import Velmora.Kit
 Flickable {
     id: scroll
 
+    objectName: "settingsScroll"
+
     default property alias content: slot.data
     property bool dark: VTheme.dark
 
