@@ -135,3 +135,11 @@ TEST_F(MainWindowViewTest, RightGrantedOrSignedInWhileTheSheetIsShown_ShowsInBot
     stage.signIn("anna@example.org");
     EXPECT_EQ(texts().count(QStringLiteral("anna@example.org")), 2);
 }
+
+TEST_F(MainWindowViewTest, SignedInWithNothingKnown_TheSidebarAsksForTheAccount) {
+    stage.signIn();
+    show();
+    ASSERT_EQ(stage.transport.count(), 1U);
+    stage.transport.last().reply(200, SettingsStage::account("anna@example.org"));
+    EXPECT_THAT(texts(), Contains(QStringLiteral("anna@example.org")));
+}

@@ -221,6 +221,15 @@ TEST_F(SettingsSheetTest, SignedInWithNothingKnown_AsksForTheAccountOnce) {
                 IsSupersetOf({QStringLiteral("anna@example.org"), QStringLiteral("Язык транскрипции")}));
 }
 
+TEST_F(SettingsSheetTest, AccountNotRead_TheTabThatNeedsItTriesAgain) {
+    stage.signIn();
+    showSheet(QStringLiteral("general"));
+    ASSERT_EQ(stage.transport.count(), 1U);
+    stage.transport.last().fail(QStringLiteral("offline"));
+    stage.nav.setSettingsTab(QStringLiteral("ai"));
+    EXPECT_EQ(stage.transport.count(), 2U);
+}
+
 TEST_F(SettingsSheetTest, LongAddress_IsCutInTheMiddleBesideItsButton) {
     stage.signIn(QByteArray(120, 'a') + "@example.org");
     showSheet(QStringLiteral("general"), {760, 560});
