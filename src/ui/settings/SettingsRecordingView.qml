@@ -199,13 +199,7 @@ Item {
         verticalPadding: 4
         dark: root.dark
     }
-    component Rule: Item {
-        width: parent ? parent.width : 0
-        height: 1 // keeps the rows below on whole pixels
-
-        VHairline {
-            width: parent.width
-            dark: root.dark
-        }
+    component Rule: SettingsRule {
+        dark: root.dark
     }
 }

@@ -7,6 +7,10 @@ namespace {
 
 using Entry = SettingLabels::Entry;
 
+constexpr std::array themeColors{
+    Entry{u"Teal", QLatin1String("teal")},
+    Entry{u"Lime", QLatin1String("lime")},
+};
 constexpr std::array modes{
     Entry{u"Push-to-talk", QLatin1String("push-to-talk")},
     Entry{u"Toggle", QLatin1String("toggle")},
@@ -25,13 +29,20 @@ constexpr std::array hudPositions{
     Entry{u"Сверху", QLatin1String("top")},
     Entry{u"Снизу", QLatin1String("bottom")},
 };
+constexpr std::array transcribeLanguages{
+    Entry{u"Русский", QLatin1String("ru")},
+    Entry{u"English", QLatin1String("English")},
+    Entry{u"Авто", QLatin1String("auto")},
+};
 
 } // namespace
 
+constinit const SettingLabels themeColorLabels(themeColors, 1);
 constinit const SettingLabels modeLabels(modes, 0);
 constinit const SettingLabels hudStyleLabels(hudStyles, 0);
 constinit const SettingLabels hudSizeLabels(hudSizes, 1);
 constinit const SettingLabels hudPositionLabels(hudPositions, 0);
+constinit const SettingLabels transcribeLanguageLabels(transcribeLanguages, 0);
 
 QVariantList SettingLabels::labels() const {
     QVariantList labels;

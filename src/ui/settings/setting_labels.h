@@ -29,9 +29,11 @@ private:
     std::size_t m_fallback;
 };
 
+extern const SettingLabels themeColorLabels;
 extern const SettingLabels modeLabels;
 extern const SettingLabels hudStyleLabels;
 extern const SettingLabels hudSizeLabels;
 extern const SettingLabels hudPositionLabels;
+extern const SettingLabels transcribeLanguageLabels;
 
 } // namespace velmora
