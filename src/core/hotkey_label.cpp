@@ -1,17 +1,38 @@
 #include "core/hotkey_label.h"
 
 #include "core/app_settings.h"
-#include "platform/fn_stand_in.h"
 
 namespace velmora {
 namespace {
 
 const QString fnLabel = QStringLiteral("Fn");
 
-QString keyName(FnStandIn key) {
+} // namespace
+
+QString hotkeyName(const QString& hotkey) {
+    if (hotkey == QLatin1String("ralt"))
+        return QStringLiteral("Right ⌥");
+    if (hotkey == QLatin1String("rcmd"))
+        return QStringLiteral("Right ⌘");
+    return fnLabel;
+}
+
+QString hotkeyLabel(const AppSettings& settings) {
+    const QString hotkey = settings.hotkey();
+    if (hotkey != QLatin1String("custom"))
+        return hotkeyName(hotkey);
+    const QString label = settings.hotkeyCustomLabel();
+    return label.isEmpty() ? QStringLiteral("?") : label;
+}
+
+bool hotkeyIsFn(const AppSettings& settings) {
+    return hotkeyLabel(settings) == fnLabel;
+}
+
+QString fnStandInKeyName(FnStandIn key) {
     switch (key) {
     case FnStandIn::None:
-        break;
+        return QStringLiteral("нет");
     case FnStandIn::RightControl:
         return QStringLiteral("правый Ctrl");
     case FnStandIn::RightOption:
@@ -25,28 +46,14 @@ QString keyName(FnStandIn key) {
     case FnStandIn::Pause:
         return QStringLiteral("Pause");
     }
-    return {};
-}
-
-} // namespace
-
-QString hotkeyLabel(const AppSettings& settings) {
-    const QString hotkey = settings.hotkey();
-    if (hotkey == QLatin1String("ralt"))
-        return QStringLiteral("Right ⌥");
-    if (hotkey == QLatin1String("rcmd"))
-        return QStringLiteral("Right ⌘");
-    if (hotkey != QLatin1String("custom"))
-        return fnLabel;
-    const QString label = settings.hotkeyCustomLabel();
-    return label.isEmpty() ? QStringLiteral("?") : label;
+    Q_UNREACHABLE();
 }
 
 QString fnStandInNote(const AppSettings& settings) {
-    const QString key = keyName(fnStandInFromName(settings.fnStandIn()));
-    if (key.isEmpty() || hotkeyLabel(settings) != fnLabel)
+    const FnStandIn key = fnStandInFromName(settings.fnStandIn());
+    if (key == FnStandIn::None || !hotkeyIsFn(settings))
         return {};
-    return QStringLiteral("Fn здесь — %1").arg(key);
+    return QStringLiteral("Fn здесь — %1").arg(fnStandInKeyName(key));
 }
 
 } // namespace velmora

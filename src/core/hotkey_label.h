@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "platform/fn_stand_in.h"
 
 namespace velmora {
 
@@ -8,6 +8,14 @@ class AppSettings;
 
 /// What the window calls the hotkey: "Fn", "Right ⌥", "Right ⌘" or the label of a custom one.
 [[nodiscard]] QString hotkeyLabel(const AppSettings& settings);
+
+/// What the window calls a stored hotkey that isn't a custom one; anything unknown is "Fn".
+[[nodiscard]] QString hotkeyName(const QString& hotkey);
+
+[[nodiscard]] bool hotkeyIsFn(const AppSettings& settings);
+
+/// "правый Ctrl"; "нет" for none.
+[[nodiscard]] QString fnStandInKeyName(FnStandIn key);
 
 /// Which key plays Fn here; empty when the hotkey isn't Fn, or when nothing plays it.
 [[nodiscard]] QString fnStandInNote(const AppSettings& settings);

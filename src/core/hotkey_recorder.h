@@ -30,6 +30,8 @@ public:
     ~HotkeyRecorder() override;
 
     [[nodiscard]] bool isRecording() const { return m_isRecording; }
+    /// Whether the session lets the capture that is running see the keyboard.
+    [[nodiscard]] bool seesKeyboard() const { return m_flagsMonitor && m_keyMonitor; }
     /// The label of the last capture; empty from the next start on.
     [[nodiscard]] const QString& capturedLabel() const { return m_capturedLabel; }
     /// A plain key was pressed, which can't be a hotkey: it would fire while typing.

@@ -2,6 +2,9 @@
 
 #include "gallery/gallery_hands.h"
 
+#include <QQuickWindow>
+#include <QTest>
+
 namespace velmora::test {
 namespace {
 
@@ -37,6 +40,23 @@ GalleryView choicesAt(const char* name, int tabs) {
     return view;
 }
 
+// One with the focus, and one with its list open and the pointer in it.
+GalleryView menus() {
+    GalleryView view = sheet("kit-menus", "MenuSheet");
+    view.arrange = [](QQuickItem& root) {
+        QQuickItem& opened = part(root, "opened");
+        click(opened);
+        QTest::mouseMove(opened.window(), opened.mapToScene(QPointF(60, 55)).toPoint());
+    };
+    return view;
+}
+
+GalleryView focusedMenu() {
+    GalleryView view = sheet("kit-menus-focused", "MenuSheet");
+    view.arrange = [](QQuickItem& root) { part(root, "focused").forceActiveFocus(Qt::TabFocusReason); };
+    return view;
+}
+
 GalleryView toolTip() {
     GalleryView view = sheet("kit-tool-tip", "ToolTipSheet");
     view.size = {320, 160};
@@ -66,6 +86,8 @@ std::vector<GalleryView> kitViews() {
         choicesAt("kit-choices-slider", 5),
         choicesAt("kit-choices-pill", 7),
         sheet("kit-choices", "ChoiceSheet"),
+        menus(),
+        focusedMenu(),
         fields(),
         sheet("kit-cards", "CardSheet"),
         sheet("kit-brand", "BrandSheet"),

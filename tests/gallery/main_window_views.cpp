@@ -93,9 +93,9 @@ void dictateSomeDays(GalleryWorld& world) {
     }
 }
 
-WindowStage& withHistory(GalleryWorld& world, const std::set<PrivacyRight>& granted = allRights) {
+WindowStage& withHistory(GalleryWorld& world) {
     dictateSomeDays(world);
-    return *new WindowStage(world, granted);
+    return *new WindowStage(world, allRights);
 }
 
 void press(QQuickItem& item, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
@@ -137,10 +137,9 @@ WindowStage& history(GalleryWorld& world) {
     return withHistory(world);
 }
 
-std::function<WindowStage&(GalleryWorld&)> sheet(const char* tab,
-                                                 const std::set<PrivacyRight>& granted = allRights) {
-    return [tab, granted](GalleryWorld& world) -> WindowStage& {
-        WindowStage& stage = withHistory(world, granted);
+std::function<WindowStage&(GalleryWorld&)> sheet(const char* tab) {
+    return [tab](GalleryWorld& world) -> WindowStage& {
+        WindowStage& stage = withHistory(world);
         stage.nav.openSettings(QLatin1String(tab));
         return stage;
     };
@@ -159,7 +158,6 @@ std::vector<GalleryView> mainWindowViews() {
     const auto find = [](const char* text) {
         return [text](QQuickItem& item) { search(item, QString::fromUtf8(text)); };
     };
-    const std::set<PrivacyRight> noMicrophone{PrivacyRight::InputMonitoring, PrivacyRight::Accessibility};
     return {
         window("history", usual, history),
         window("history-small", small, history),
@@ -182,9 +180,7 @@ std::vector<GalleryView> mainWindowViews() {
         window("history-empty-small", small, nothing),
         window("meetings", usual, meetings),
         window("settings", usual, sheet("general")),
-        window("settings-about", usual, sheet("about")),
-        window("settings-permissions", usual, sheet("permissions", noMicrophone)),
-        window("settings-permissions-small", small, sheet("permissions")),
+        window("settings-small", small, sheet("permissions")),
     };
 }
 

@@ -52,6 +52,21 @@ public:
                      .inputs = inputs,
                      .levelTest = levelTest} {}
 
+    /// The reply of the account's page.
+    [[nodiscard]] static QByteArray account(const QByteArray& email, const QByteArray& language = "ru") {
+        return R"({"user":{"id":"u1","email":")" + email +
+               R"(","isAdmin":false,"createdAt":"2026-01-01T00:00:00Z"},"preferences":{"transcribeLanguage":")" +
+               language + R"(","cleanupEnabled":true,"devModeEnabled":false}})";
+    }
+    /// Signs in; nothing is known of the account yet.
+    void signIn() const { neighbours.authStore.save(QStringLiteral("access"), QStringLiteral("refresh")); }
+    /// Signs in, and reads the account.
+    void signIn(const QByteArray& email, const QByteArray& language = "ru") {
+        signIn();
+        m_tasks.start(QStringLiteral("account"), session.refreshMe());
+        transport.last().reply(200, account(email, language));
+    }
+
     AppNavigator nav;
     FakePrivacyRights rights;
     PermissionManager perms{rights};
@@ -66,6 +81,9 @@ public:
     int relaunches = 0;
     Relauncher relauncher;
     const SettingsNeighbours neighbours;
+
+private:
+    TaskScope m_tasks;
 };
 
 } // namespace velmora::test

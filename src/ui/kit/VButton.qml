@@ -18,6 +18,8 @@ FocusScope {
     property bool didSucceed: false
     /// Drawn before the title in place of an icon.
     property Component mark: null
+    /// What the title leaves open, for those who listen.
+    property string description
     signal action()
 
     /// Shows `successTitle` for a moment, as a press does.
@@ -48,6 +50,8 @@ FocusScope {
                 root.succeed();
             root.action();
         }
+
+        Accessible.description: root.description
 
         // Both faces are laid out, so that the button keeps its width.
         contentItem: Item {

@@ -17,7 +17,7 @@ VRoundedRect {
     // A hue alone is too pale for letters on a light ground.
     readonly property color ink: dark || !colored ? hue : Qt.tint(hue, Qt.alpha(theme.text, 0.35))
 
-    implicitWidth: row.implicitWidth + 16
+    implicitWidth: Math.ceil(row.implicitWidth + 16)
     implicitHeight: 22
     radius: 11
     color: colored ? Qt.alpha(hue, 0.14) : theme.hairline

@@ -12,7 +12,7 @@ T.RadioButton {
     property bool dark: VTheme.dark
     property real radius: 8
 
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight
     hoverEnabled: true
     focusPolicy: chosen || activeFocus || (choice.index < 0 && index === 0) ? Qt.StrongFocus : Qt.ClickFocus

@@ -13,6 +13,11 @@ Flow {
 
     readonly property VTheme theme: VTheme.scheme(dark)
 
+    /// The keyboard goes to the selected tab, or to the first when none is.
+    function takeFocus(reason) {
+        pills.itemAt(Math.max(0, choices.index)).forceActiveFocus(reason);
+    }
+
     spacing: 4
 
     Accessible.role: Accessible.Grouping
@@ -24,6 +29,8 @@ Flow {
         onPicked: (value) => nav.picked(value)
     }
     Repeater {
+        id: pills
+
         model: nav.items
 
         VChoiceButton {

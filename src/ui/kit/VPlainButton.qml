@@ -13,7 +13,7 @@ T.AbstractButton {
     property int tooltipDelay: 600
     readonly property VToolTip shownTip: tip.item as VToolTip
 
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     hoverEnabled: true
     opacity: enabled ? 1 : 0.45

@@ -14,7 +14,7 @@ Item {
     readonly property VTheme theme: VTheme.scheme(dark)
 
     implicitWidth: 360
-    implicitHeight: Math.max(44, words.height + 20, slot.height + 16)
+    implicitHeight: Math.ceil(Math.max(44, words.height + 20, slot.height + 16))
     width: parent ? parent.width : implicitWidth
 
     Component.onCompleted: {

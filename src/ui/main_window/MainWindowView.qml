@@ -64,7 +64,7 @@ Item {
     Loader {
         anchors.fill: parent
         active: view.nav.showSettingsSheet
-        onLoaded: item.forceActiveFocus()
+        onLoaded: item.takeFocus()
         onActiveChanged: {
             if (!active)
                 content.forceActiveFocus();

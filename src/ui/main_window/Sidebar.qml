@@ -13,6 +13,8 @@ Item {
 
     readonly property VTheme theme: VTheme.scheme(dark)
 
+    Component.onCompleted: model.appeared()
+
     Rectangle {
         anchors.fill: parent
         color: root.theme.surface

@@ -1,17 +1,17 @@
 #include "ui/main_window/sidebar_model.h"
 
-#include "backend/auth_session.h"
 #include "backend/auth_store.h"
 #include "ui/kit/v_icon.h"
 
 namespace velmora {
 
 SidebarModel::SidebarModel(const PermissionManager& perms, const AuthStore& authStore,
-                           const AuthSession& authSession, QObject* parent)
+                           AuthSession& authSession, QObject* parent)
     : QObject(parent)
     , m_perms(perms)
     , m_authStore(authStore)
-    , m_authSession(authSession) {
+    , m_authSession(authSession)
+    , m_refresh(authSession) {
     connect(&perms, &PermissionManager::micGrantedChanged, this, &SidebarModel::permissionsChanged);
     connect(&perms, &PermissionManager::accessibilityGrantedChanged, this, &SidebarModel::permissionsChanged);
     connect(&perms, &PermissionManager::inputMonitoringGrantedChanged, this,
@@ -35,6 +35,11 @@ QString SidebarModel::permissionLabel() const {
 QString SidebarModel::account() const {
     // The session keeps its user when it expires.
     return m_authStore.isLoggedIn() && m_authSession.user() ? m_authSession.user()->email : QString();
+}
+
+void SidebarModel::appeared() {
+    if (!m_authSession.user())
+        m_refresh.start();
 }
 
 } // namespace velmora

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "core/permission_manager.h"
+#include "ui/settings/account_refresh.h"
 
 #include <QtQml/qqmlregistration.h>
 
 namespace velmora {
 
-class AuthSession;
 class AuthStore;
 
 /// What the sidebar says about the permissions and the account.
@@ -21,13 +21,16 @@ class SidebarModel : public QObject {
     Q_PROPERTY(QString account READ account NOTIFY accountChanged)
 
 public:
-    SidebarModel(const PermissionManager& perms, const AuthStore& authStore, const AuthSession& authSession,
+    SidebarModel(const PermissionManager& perms, const AuthStore& authStore, AuthSession& authSession,
                  QObject* parent = nullptr);
 
     [[nodiscard]] bool allGranted() const;
     [[nodiscard]] int permissionIcon() const;
     [[nodiscard]] QString permissionLabel() const;
     [[nodiscard]] QString account() const;
+
+    /// The view has come up: reads the account if it isn't known.
+    Q_INVOKABLE void appeared();
 
 Q_SIGNALS:
     void permissionsChanged();
@@ -37,6 +40,7 @@ private:
     const PermissionManager& m_perms;
     const AuthStore& m_authStore;
     const AuthSession& m_authSession;
+    AccountRefresh m_refresh;
 };
 
 } // namespace velmora

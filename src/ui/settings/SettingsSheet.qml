@@ -11,9 +11,35 @@ FocusScope {
     signal closed()
 
     readonly property VTheme theme: VTheme.scheme(dark)
+    readonly property real clearance: 12
+
+    /// The keyboard comes to the tab that shows.
+    function takeFocus() {
+        view.focusTabs(Qt.OtherFocusReason);
+    }
+    function stepTab(by) {
+        model.stepTab(by);
+        view.focusTabs(Qt.TabFocusReason);
+    }
 
     Accessible.role: Accessible.Dialog
-    Accessible.name: model.title
+    Accessible.name: "Настройки"
+
+    Keys.onEscapePressed: closed()
+    Keys.onPressed: (event) => {
+        if (!(event.modifiers & Qt.ControlModifier))
+            return;
+        const steps = {
+            [Qt.Key_Tab]: event.modifiers & Qt.ShiftModifier ? -1 : 1,
+            [Qt.Key_Backtab]: -1,
+            [Qt.Key_PageUp]: -1,
+            [Qt.Key_PageDown]: 1
+        };
+        if (event.key in steps) {
+            stepTab(steps[event.key]);
+            event.accepted = true;
+        }
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -27,18 +53,20 @@ FocusScope {
         }
     }
     VShadow {
-        target: panel
+        target: card
         color: Qt.rgba(0, 0, 0, 0.3)
         radius: 40
-        cornerRadius: panel.radius
+        cornerRadius: card.radius
         offsetY: 12
     }
     VRoundedRect {
-        id: panel
+        id: card
 
-        anchors.centerIn: parent
-        width: Math.min(520, root.width - 48)
-        height: body.y + body.implicitHeight + 24
+        objectName: "settingsCard"
+        x: Math.round((root.width - width) / 2)
+        y: Math.round((root.height - height) / 2)
+        width: Math.min(760, root.width - 2 * root.clearance)
+        height: Math.min(600, root.height - 2 * root.clearance)
         radius: 16
         color: Qt.alpha(root.theme.windowBg, 1)
         borderColor: root.theme.hairlineStrong
@@ -47,11 +75,12 @@ FocusScope {
         MouseArea {
             anchors.fill: parent
         }
-        VH1 {
+        AccountHeader {
+            id: header
+
             x: 24
-            y: 20
-            width: parent.width - 2 * x - close.width
-            text: root.model.title
+            width: parent.width - x - close.width - 32
+            model: root.model.account
             dark: root.dark
         }
         VIconBtn {
@@ -59,51 +88,29 @@ FocusScope {
 
             anchors.right: parent.right
             anchors.rightMargin: 18
-            y: 20
-            focus: true
+            anchors.verticalCenter: header.verticalCenter
             icon: VIcon.xMark
             tooltip: "Закрыть"
             dark: root.dark
             onAction: root.closed()
         }
-        Loader {
-            id: body
+        VHairline {
+            id: rule
 
-            x: 24
-            y: 64
-            width: parent.width - 2 * x
-            sourceComponent: root.model.page === SettingsSheetModel.Permissions
-                ? permissions : root.model.page === SettingsSheetModel.About ? about : toCome
-        }
-    }
-    Component {
-        id: permissions
-
-        PermissionsPage {
-            permissions: root.model.permissions
+            x: 1
+            y: header.height
+            width: parent.width - 2
             dark: root.dark
         }
-    }
-    Component {
-        id: about
+        SettingsView {
+            id: view
 
-        AboutPage {
+            x: 1
+            y: header.height + 1
+            width: parent.width - 2
+            height: parent.height - y - 1
             model: root.model
             dark: root.dark
         }
-    }
-    Component {
-        id: toCome
-
-        SettingsToCome {
-            signedIn: root.model.signedIn
-            onSignIn: root.model.signIn()
-            dark: root.dark
-        }
-    }
-
-    Shortcut {
-        sequence: "Escape"
-        onActivated: root.closed()
     }
 }

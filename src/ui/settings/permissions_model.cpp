@@ -1,7 +1,5 @@
 #include "ui/settings/permissions_model.h"
 
-#include "ui/kit/v_icon.h"
-
 #include <QPointer>
 
 #include <array>
@@ -9,18 +7,17 @@
 namespace velmora {
 namespace {
 
-enum Row { Microphone, Accessibility, InputMonitoring, RowCount };
+enum Row { Microphone, InputMonitoring, Accessibility, RowCount };
 
 struct Texts {
     const char16_t* title;
     const char16_t* hint;
-    VIcon icon;
 };
 
 constexpr std::array<Texts, RowCount> rowTexts{{
-    {u"Микрофон", u"чтобы слышать, что вы диктуете", VIcon::mic},
-    {u"Вставка текста", u"чтобы вставлять слова в другие программы", VIcon::accessibility},
-    {u"Отслеживание клавиш", u"чтобы горячая клавиша работала везде", VIcon::inputMon},
+    {u"Микрофон", u"Записать твой голос"},
+    {u"Input Monitoring", u"Слушать удержание клавиши Fn"},
+    {u"Accessibility", u"Вставлять текст в активное приложение"},
 }};
 
 Task<> askForMicrophone(QPointer<PermissionManager> perms) {
@@ -35,20 +32,49 @@ PermissionsModel::PermissionsModel(PermissionManager& perms, QObject* parent)
     : QAbstractListModel(parent)
     , m_perms(perms) {
     connect(&perms, &PermissionManager::micGrantedChanged, this, [this] { refreshRow(Microphone); });
-    connect(&perms, &PermissionManager::accessibilityGrantedChanged, this,
-            [this] { refreshRow(Accessibility); });
     connect(&perms, &PermissionManager::inputMonitoringGrantedChanged, this,
             [this] { refreshRow(InputMonitoring); });
+    connect(&perms, &PermissionManager::accessibilityGrantedChanged, this,
+            [this] { refreshRow(Accessibility); });
+}
+
+QString PermissionsModel::summary() const {
+    for (int row = 0; row < RowCount; ++row) {
+        if (!isGranted(row))
+            return QStringLiteral("Velmora нужны три разрешения. Без них горячая клавиша или вставка не "
+                                  "сработают.");
+    }
+    return QStringLiteral("Velmora готов к работе — все три разрешения предоставлены.");
+}
+
+void PermissionsModel::act(int row) {
+    if (isGranted(row))
+        openSettings(row);
+    else
+        request(row);
 }
 
 void PermissionsModel::request(int row) {
     switch (row) {
     case Microphone:
         return m_tasks.start(QStringLiteral("microphone permission"), askForMicrophone(&m_perms));
-    case Accessibility:
-        return m_perms.requestAccessibility();
     case InputMonitoring:
         return m_perms.requestInputMonitoring();
+    case Accessibility:
+        return m_perms.requestAccessibility();
+    default:
+        return;
+    }
+}
+
+void PermissionsModel::openSettings(int row) {
+    switch (row) {
+    case Microphone:
+        return m_perms.openMicSettings();
+    case InputMonitoring:
+        return m_perms.openInputMonitoringSettings();
+    case Accessibility:
+        return m_perms.openAccessibilitySettings();
     default:
         return;
     }
@@ -70,9 +96,9 @@ QVariant PermissionsModel::data(const QModelIndex& index, int role) const {
     case Granted:
         return isGranted(index.row());
     case StateLabel:
-        return isGranted(index.row()) ? QStringLiteral("Есть") : QStringLiteral("Нет");
-    case Icon:
-        return static_cast<int>(texts.icon);
+        return isGranted(index.row()) ? QStringLiteral("Разрешено") : QStringLiteral("Нет доступа");
+    case ActionLabel:
+        return isGranted(index.row()) ? QStringLiteral("Открыть") : QStringLiteral("Разрешить");
     default:
         return {};
     }
@@ -83,22 +109,23 @@ QHash<int, QByteArray> PermissionsModel::roleNames() const {
             {Hint, "hint"},
             {Granted, "granted"},
             {StateLabel, "stateLabel"},
-            {Icon, "rightIcon"}};
+            {ActionLabel, "actionLabel"}};
 }
 
 bool PermissionsModel::isGranted(int row) const {
     switch (row) {
     case Microphone:
         return m_perms.micGranted();
-    case Accessibility:
-        return m_perms.accessibilityGranted();
-    default:
+    case InputMonitoring:
         return m_perms.inputMonitoringGranted();
+    default:
+        return m_perms.accessibilityGranted();
     }
 }
 
 void PermissionsModel::refreshRow(int row) {
-    Q_EMIT dataChanged(index(row), index(row), {Granted, StateLabel});
+    Q_EMIT dataChanged(index(row), index(row), {Granted, StateLabel, ActionLabel});
+    Q_EMIT summaryChanged();
 }
 
 } // namespace velmora

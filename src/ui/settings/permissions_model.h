@@ -11,22 +11,32 @@ namespace velmora {
 class PermissionsModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("the window's")
+    QML_UNCREATABLE("the sheet's")
+    /// What all of them together mean.
+    Q_PROPERTY(QString summary READ summary NOTIFY summaryChanged)
 
 public:
-    enum Role { Title = Qt::UserRole, Hint, Granted, StateLabel, Icon };
+    enum Role { Title = Qt::UserRole, Hint, Granted, StateLabel, ActionLabel };
 
     explicit PermissionsModel(PermissionManager& perms, QObject* parent = nullptr);
 
-    /// Asks the user for the right of that row; opens the desktop's settings when that grants nothing.
-    Q_INVOKABLE void request(int row);
+    [[nodiscard]] QString summary() const;
+
+    /// Asks the user for the right of that row, and opens the desktop's settings when that grants nothing or
+    /// the right is there already.
+    Q_INVOKABLE void act(int row);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
+Q_SIGNALS:
+    void summaryChanged();
+
 private:
     [[nodiscard]] bool isGranted(int row) const;
+    void request(int row);
+    void openSettings(int row);
     void refreshRow(int row);
 
     PermissionManager& m_perms;

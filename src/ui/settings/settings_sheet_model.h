@@ -1,63 +1,62 @@
 #pragma once
 
-#include "backend/sign_in.h"
 #include "ui/navigation/app_navigator.h"
+#include "ui/settings/about_model.h"
+#include "ui/settings/account_header_model.h"
+#include "ui/settings/ai_settings_model.h"
+#include "ui/settings/general_settings_model.h"
 #include "ui/settings/permissions_model.h"
-#include "ui/settings/settings_neighbours.h"
-
-#include <QUrl>
+#include "ui/settings/recording_settings_model.h"
+#include "ui/settings/relaunch_model.h"
 
 namespace velmora {
 
-class AuthStore;
-class InfoDictionary;
-class Workspace;
-
-/// What the settings show: the permissions, what the program is, and for the tabs to come where its settings
-/// are meanwhile.
+/// The settings: which tab shows, and what each of them works on.
 class SettingsSheetModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("the window's")
-    Q_PROPERTY(QString title READ title NOTIFY tabChanged)
-    Q_PROPERTY(Page page READ page NOTIFY tabChanged)
+    /// Of VPillNavItem.
+    Q_PROPERTY(QVariantList tabs READ tabs CONSTANT)
+    /// The id of a tab; an unknown one shows nothing.
+    Q_PROPERTY(QString tab READ tab WRITE setTab NOTIFY tabChanged)
+    Q_PROPERTY(velmora::AccountHeaderModel* account READ account CONSTANT)
+    Q_PROPERTY(velmora::GeneralSettingsModel* general READ general CONSTANT)
+    Q_PROPERTY(velmora::RecordingSettingsModel* recording READ recording CONSTANT)
+    Q_PROPERTY(velmora::AISettingsModel* ai READ ai CONSTANT)
     Q_PROPERTY(velmora::PermissionsModel* permissions READ permissions CONSTANT)
-    /// "Версия 1.2.0"; empty in a program that doesn't know its own.
-    Q_PROPERTY(QString version READ version CONSTANT)
-    /// The program's site as it is shown; empty when there is none.
-    Q_PROPERTY(QString site READ site CONSTANT)
-    Q_PROPERTY(bool signedIn READ signedIn NOTIFY signedInChanged)
+    Q_PROPERTY(velmora::RelaunchModel* relaunch READ relaunch CONSTANT)
+    Q_PROPERTY(velmora::AboutModel* about READ about CONSTANT)
 
 public:
-    enum class Page { Permissions, About, ToCome };
-    Q_ENUM(Page)
-
     explicit SettingsSheetModel(const SettingsNeighbours& neighbours, QObject* parent = nullptr);
 
-    [[nodiscard]] QString title() const;
-    [[nodiscard]] Page page() const;
+    [[nodiscard]] static QVariantList tabs();
+    [[nodiscard]] QString tab() const { return m_nav.settingsTab(); }
+    void setTab(const QString& tab) { m_nav.setSettingsTab(tab); }
+    [[nodiscard]] AccountHeaderModel* account() { return &m_account; }
+    [[nodiscard]] GeneralSettingsModel* general() { return &m_general; }
+    [[nodiscard]] RecordingSettingsModel* recording() { return &m_recording; }
+    [[nodiscard]] AISettingsModel* ai() { return &m_ai; }
     [[nodiscard]] PermissionsModel* permissions() { return &m_permissions; }
-    [[nodiscard]] QString version() const { return m_version; }
-    [[nodiscard]] QString site() const;
+    [[nodiscard]] RelaunchModel* relaunch() { return &m_relaunch; }
+    [[nodiscard]] AboutModel* about() { return &m_about; }
 
-    [[nodiscard]] bool signedIn() const;
-
-    Q_INVOKABLE void openSite();
-    /// Opens the sign-in page in the browser, which hands the user back.
-    Q_INVOKABLE void signIn();
+    /// Goes on by so many tabs, around the end.
+    Q_INVOKABLE void stepTab(int by);
 
 Q_SIGNALS:
     void tabChanged();
-    void signedInChanged();
 
 private:
-    const AppNavigator& m_nav;
-    const AuthStore& m_authStore;
-    Workspace& m_workspace;
-    SignIn m_signIn;
-    const QString m_version;
-    const QUrl m_site;
+    AppNavigator& m_nav;
+    AccountHeaderModel m_account;
+    GeneralSettingsModel m_general;
+    RecordingSettingsModel m_recording;
+    AISettingsModel m_ai;
     PermissionsModel m_permissions;
+    RelaunchModel m_relaunch;
+    AboutModel m_about;
 };
 
 } // namespace velmora

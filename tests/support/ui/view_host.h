@@ -23,6 +23,8 @@ public:
     /// A component written in the test, which may use all modules; for controls that need a frame around
     /// them.
     void showSource(const QByteArray& qml, const QVariantMap& properties = {});
+    /// Ends the view, before what it looks at ends.
+    void close() { m_view.reset(); }
 
     [[nodiscard]] QQuickItem* root() const { return m_view->rootObject(); }
     [[nodiscard]] QQuickView& window() const { return *m_view; }

@@ -67,7 +67,7 @@ TEST_F(MainWindowViewTest, SettingsRow_OpensTheFirstTab) {
     host.click(QStringLiteral("Настройки"));
     EXPECT_TRUE(nav.showSettingsSheet());
     EXPECT_EQ(nav.settingsTab(), QStringLiteral("general"));
-    EXPECT_THAT(texts(), Contains(QStringLiteral("Войти")));
+    EXPECT_THAT(texts(), Contains(QStringLiteral("Акцентный цвет")));
 }
 
 TEST_F(MainWindowViewTest, SettingsSheet_ClosesByKeyByButtonAndByAClickBesideIt) {
@@ -82,7 +82,7 @@ TEST_F(MainWindowViewTest, SettingsSheet_ClosesByKeyByButtonAndByAClickBesideIt)
     EXPECT_FALSE(nav.showSettingsSheet());
 
     nav.openSettings();
-    QTest::mouseClick(&host.window(), Qt::LeftButton, {}, QPoint(900, 600));
+    QTest::mouseClick(&host.window(), Qt::LeftButton, {}, QPoint(940, 600));
     EXPECT_FALSE(nav.showSettingsSheet());
 }
 
@@ -92,61 +92,54 @@ TEST_F(MainWindowViewTest, SettingsSheet_KeepsTheKeysAndGivesThemBack) {
     host.press(Qt::Key_F, Qt::ControlModifier);
     host.type(QStringLiteral("р"));
     nav.openSettings(QStringLiteral("permissions"));
-    QStringList stops;
-    for (int i = 0; i < 5; ++i) {
+    QStringList stops{accessibleName(host.focused())};
+    for (int i = 0; i < 7; ++i) {
         host.press(Qt::Key_Tab);
         stops.append(accessibleName(host.focused()));
     }
-    EXPECT_THAT(stops, ElementsAre(QStringLiteral("Разрешить"), QStringLiteral("Разрешить"),
-                                   QStringLiteral("Разрешить"), QStringLiteral("Закрыть"),
-                                   QStringLiteral("Разрешить")));
+    EXPECT_THAT(stops, ElementsAre(QStringLiteral("Разрешения"), QStringLiteral("Разрешить"),
+                                   QStringLiteral("Разрешить"), QStringLiteral("Разрешить"),
+                                   QStringLiteral("Перезапустить"), QStringLiteral("Войти"),
+                                   QStringLiteral("Закрыть"), QStringLiteral("Разрешения")));
     host.press(Qt::Key_Escape);
     EXPECT_EQ(accessibleName(host.focused()), QStringLiteral("Поиск по истории"));
     EXPECT_EQ(host.focused()->property("text"), QStringLiteral("р"));
 }
 
-TEST_F(MainWindowViewTest, PermissionsTab_AsksForWhatIsMissing) {
-    rights.granted = {PrivacyRight::Accessibility};
-    perms.refresh();
-    nav.openSettings(QStringLiteral("permissions"));
-    show();
-    EXPECT_THAT(texts(), IsSupersetOf({QStringLiteral("Разрешения"), QStringLiteral("Микрофон"),
-                                       QStringLiteral("Вставка текста"), QStringLiteral("Есть"),
-                                       QStringLiteral("Отслеживание клавиш")}));
-    EXPECT_EQ(texts().count(QStringLiteral("Разрешить")), 2);
-    rights.grantsRequests = true;
-    host.click(QStringLiteral("Разрешить"));
-    EXPECT_THAT(rights.requests, ElementsAre(PrivacyRight::Microphone));
-    EXPECT_TRUE(perms.micGranted());
-    EXPECT_EQ(texts().count(QStringLiteral("Разрешить")), 1);
-    host.click(QStringLiteral("Разрешить"));
-    EXPECT_THAT(rights.requests, ElementsAre(PrivacyRight::Microphone, PrivacyRight::InputMonitoring));
-    EXPECT_TRUE(rights.openedSettings.empty());
-    EXPECT_EQ(texts().count(QStringLiteral("Есть")), 3);
-}
-
-TEST_F(MainWindowViewTest, PermissionRefused_OpensTheDesktopsSettings) {
-    nav.openSettings(QStringLiteral("permissions"));
-    show();
-    host.click(QStringLiteral("Разрешить"));
-    EXPECT_THAT(rights.openedSettings, ElementsAre(PrivacyRight::Microphone));
-    EXPECT_FALSE(perms.micGranted());
-}
-
-TEST_F(MainWindowViewTest, AboutTab_SaysTheVersionAndOpensTheSite) {
-    nav.openSettings(QStringLiteral("about"));
-    show();
-    EXPECT_THAT(texts(), IsSupersetOf({QStringLiteral("О программе"), QStringLiteral("Версия 1.2.0"),
-                                       QStringLiteral("velmora.app")}));
-    host.click(QStringLiteral("velmora.app"));
-    EXPECT_THAT(workspace.opened, ElementsAre(QUrl(QStringLiteral("https://velmora.app/"))));
-}
-
 TEST_F(MainWindowViewTest, TabChangedWhileTheSheetIsShown_ShowsTheOther) {
     show();
     nav.openSettings(QStringLiteral("about"));
-    ASSERT_THAT(texts(), Contains(QStringLiteral("О программе")));
+    ASSERT_THAT(texts(), Contains(QStringLiteral("Версия 1.2.0")));
     nav.openSettings(QStringLiteral("permissions"));
     EXPECT_THAT(texts(), Contains(QStringLiteral("Микрофон")));
-    EXPECT_THAT(texts(), Not(Contains(QStringLiteral("О программе"))));
+    EXPECT_THAT(texts(), Not(Contains(QStringLiteral("Версия 1.2.0"))));
+}
+
+TEST_F(MainWindowViewTest, SettingsOfATabToCome_OpenWithoutContent) {
+    show();
+    nav.openSettings(QStringLiteral("integrations"));
+    EXPECT_TRUE(host.has(QStringLiteral("Настройки")));
+    EXPECT_THAT(texts(), IsSupersetOf({QStringLiteral("Общие"), QStringLiteral("О программе")}));
+    EXPECT_THAT(texts(), Not(Contains(QStringLiteral("Акцентный цвет"))));
+    host.press(Qt::Key_Escape);
+    EXPECT_FALSE(nav.showSettingsSheet());
+}
+
+TEST_F(MainWindowViewTest, RightGrantedOrSignedInWhileTheSheetIsShown_ShowsInBoth) {
+    show();
+    nav.openSettings(QStringLiteral("permissions"));
+    rights.granted = {PrivacyRight::Microphone, PrivacyRight::Accessibility, PrivacyRight::InputMonitoring};
+    model.refresh();
+    EXPECT_EQ(texts().count(QStringLiteral("Разрешено")), 3);
+    EXPECT_THAT(texts(), Contains(QStringLiteral("Всё подключено")));
+    stage.signIn("anna@example.org");
+    EXPECT_EQ(texts().count(QStringLiteral("anna@example.org")), 2);
+}
+
+TEST_F(MainWindowViewTest, SignedInWithNothingKnown_TheSidebarAsksForTheAccount) {
+    stage.signIn();
+    show();
+    ASSERT_EQ(stage.transport.count(), 1U);
+    stage.transport.last().reply(200, SettingsStage::account("anna@example.org"));
+    EXPECT_THAT(texts(), Contains(QStringLiteral("anna@example.org")));
 }

@@ -84,3 +84,13 @@ TEST_F(SidebarModelTest, SignedIn_ShowsTheAddressUntilSignedOut) {
     EXPECT_EQ(model.account(), QString()); // though the session still knows its user
     EXPECT_TRUE(session.user());
 }
+
+TEST_F(SidebarModelTest, AccountUnknown_IsReadWhenTheViewComesUp) {
+    model.appeared();
+    EXPECT_EQ(transport.count(), 0U); // nobody is signed in
+    store.save(QStringLiteral("access"), QStringLiteral("refresh"));
+    model.appeared();
+    model.appeared(); // under way
+    ASSERT_EQ(transport.count(), 1U);
+    EXPECT_EQ(transport.last().request.url.path(), QStringLiteral("/v1/auth/me"));
+}

@@ -54,3 +54,21 @@ TEST_F(HotkeyLabel, OtherHotkeyThanFn_HasNoStandIn) {
         EXPECT_EQ(fnStandInNote(settings), QString()) << hotkey;
     }
 }
+
+TEST_F(HotkeyLabel, EachKeyThatPlaysFn_HasItsName) {
+    QStringList names;
+    for (const auto& [key, name] : fnStandInNames)
+        names.append(fnStandInKeyName(key));
+    EXPECT_EQ(names,
+              (QStringList{QStringLiteral("нет"), QStringLiteral("правый Ctrl"), QStringLiteral("правый Alt"),
+                           QStringLiteral("правый Super"), QStringLiteral("Menu"),
+                           QStringLiteral("Scroll Lock"), QStringLiteral("Pause")}));
+}
+
+TEST_F(HotkeyLabel, CapturedFn_IsFnAsWell) {
+    settings.setHotkey(QStringLiteral("custom"));
+    settings.setHotkeyCustomLabel(QStringLiteral("Fn"));
+    EXPECT_TRUE(hotkeyIsFn(settings));
+    settings.setHotkeyCustomLabel(QStringLiteral("F5"));
+    EXPECT_FALSE(hotkeyIsFn(settings));
+}
