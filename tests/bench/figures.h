@@ -23,6 +23,8 @@ std::vector<Result> measureRecordingCost(DictationRuns& runs);
 std::vector<Result> measurePopup(DictationRuns& runs);
 std::vector<Result> measureMainWindow(DictationRuns& runs);
 std::vector<Result> measureSearch(DictationRuns& runs);
+std::vector<Result> measureSettings(DictationRuns& runs);
+std::vector<Result> measureSlider(DictationRuns& runs);
 std::vector<Result> measureAfterWindows(DictationRuns& runs);
 
 /// What this program does when it is started to be measured itself; the exit status.

@@ -30,6 +30,8 @@ constexpr std::array figures{
     Figure{"popup", measurePopup},
     Figure{"window", measureMainWindow},
     Figure{"search", measureSearch},
+    Figure{"settings", measureSettings},
+    Figure{"slider", measureSlider},
     Figure{"idle", measureIdle},
     Figure{"after", measureAfterWindows},
 };

@@ -37,12 +37,12 @@ void fillHistory(const QString& folder, int items) {
 } // namespace
 
 RunningProgram::RunningProgram(int historyItems, const QByteArray& defaults) {
-    const QString config = m_home.filePath(QStringLiteral("config"));
+    const QString config = configFolder();
     const QString data = m_home.filePath(QStringLiteral("data"));
     const QString support = data + QStringLiteral("/Velmora");
     fillHistory(support, historyItems);
     QDir().mkpath(config + QStringLiteral("/Velmora"));
-    QFile file(config + QStringLiteral("/Velmora/defaults.json"));
+    QFile file(defaultsPath());
     if (!file.open(QIODevice::WriteOnly) || file.write(defaults) != defaults.size())
         throw NotMeasured(file.errorString());
     file.close();
@@ -58,6 +58,14 @@ RunningProgram::RunningProgram(int historyItems, const QByteArray& defaults) {
     if (!m_program->says("tap active"))
         throw NotMeasured(QStringLiteral("the program's hotkey does not work"));
     pass(settling);
+}
+
+QString RunningProgram::configFolder() const {
+    return m_home.filePath(QStringLiteral("config"));
+}
+
+QString RunningProgram::defaultsPath() const {
+    return configFolder() + QStringLiteral("/Velmora/defaults.json");
 }
 
 void RunningProgram::startAgain() {

@@ -15,11 +15,14 @@ public:
     explicit RunningProgram(int historyItems = 0, const QByteArray& defaults = "{}");
 
     [[nodiscard]] qint64 pid() const { return m_program->pid(); }
+    [[nodiscard]] QString defaultsPath() const;
     [[nodiscard]] ScriptedServer& server() { return m_server; }
     /// What a second start of it does.
     static void startAgain();
 
 private:
+    [[nodiscard]] QString configFolder() const;
+
     ScriptedServer m_server;
     QTemporaryDir m_home;
     std::unique_ptr<test::Program> m_program;

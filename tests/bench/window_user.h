@@ -13,10 +13,15 @@ inline constexpr xcb_keycode_t digit1 = 10;
 inline constexpr xcb_keycode_t digit2 = 11;
 inline constexpr xcb_keycode_t digit3 = 12;
 inline constexpr xcb_keycode_t backspace = 22;
+inline constexpr xcb_keycode_t tab = 23;
 inline constexpr xcb_keycode_t letterW = 25;
 inline constexpr xcb_keycode_t enter = 36;
 inline constexpr xcb_keycode_t letterF = 41;
+inline constexpr xcb_keycode_t comma = 59;
+inline constexpr xcb_keycode_t left = 113;
+inline constexpr xcb_keycode_t right = 114;
 inline constexpr xcb_keycode_t down = 116;
+inline constexpr xcb_keycode_t pageDown = 117;
 } // namespace key
 
 /// A user who works the program's windows by the tray icon and the keyboard, and notes how long they take.

@@ -1,8 +1,8 @@
+#include "bare_keys.h"
 #include "bare_window.h"
 #include "figures.h"
 #include "pass.h"
 #include "running_program.h"
-#include "support/desktop/key_window.h"
 #include "support/desktop/physical_keyboard.h"
 #include "window_user.h"
 
@@ -28,23 +28,6 @@ Samples bareWindows(WindowWatch& watch, const QRect& place, bool managed, int ru
         const auto start = Clock::now();
         const BareWindow window(place, managed);
         times.add(milliseconds(start, watch.waitForNew(place.size()).at));
-    }
-    return times;
-}
-
-/// From a key press to its arrival at a window that has nothing to do, in milliseconds.
-Samples bareKeys(test::PhysicalKeyboard& keyboard, int runs) {
-    test::KeyWindow window;
-    Samples times;
-    for (int run = 0; run < runs; ++run) {
-        const auto pressed = Clock::now();
-        keyboard.press(test::key::leftShift);
-        while (window.takeKeys().empty()) {
-        }
-        times.add(milliseconds(pressed, Clock::now()));
-        keyboard.release(test::key::leftShift);
-        pass(20ms);
-        (void)window.takeKeys();
     }
     return times;
 }
@@ -85,8 +68,7 @@ std::vector<Result> measureMainWindow(DictationRuns&) {
 }
 
 std::vector<Result> measureSearch(DictationRuns&) {
-    test::PhysicalKeyboard keyboard;
-    const Samples bare = bareKeys(keyboard, popups);
+    const Samples bare = bareKeys(popups);
     const RunningProgram program(historyItems);
     WindowUser user;
     const WindowUser::Opened window = user.openHistory();
@@ -104,7 +86,7 @@ std::vector<Result> measureSearch(DictationRuns&) {
     }
     user.closeMainWindow(window);
     return {{QStringLiteral("a key typed into the search to the list drawn"), QStringLiteral("ms"), times,
-             QStringLiteral("a key's way to a bare window"), bare, target::P95AtMost{16}}};
+             bareKeysName, bare, target::P95AtMost{16}}};
 }
 
 } // namespace velmora::bench

@@ -42,6 +42,7 @@ public:
                      .nav = nav,
                      .perms = perms,
                      .settings = settings,
+                     .defaults = defaults,
                      .authStore = auth,
                      .authSession = session,
                      .workspace = workspace,

@@ -53,6 +53,7 @@ std::unique_ptr<AppWindow> WindowsOnScreen::makeMainWindow(PermissionManager& pe
                                .nav = m_neighbours.navigator,
                                .perms = permissions,
                                .settings = m_neighbours.settings,
+                               .defaults = m_neighbours.defaults,
                                .authStore = m_neighbours.authStore,
                                .authSession = m_neighbours.authSession,
                                .workspace = m_neighbours.workspace,

@@ -12,6 +12,8 @@ VRoundedRect {
     property bool gradient: false
     property string label
     signal picked(var option)
+    /// The user took that option, be it the chosen one.
+    signal confirmed(var option)
 
     readonly property VTheme theme: VTheme.scheme(dark)
 
@@ -30,6 +32,7 @@ VRoundedRect {
         id: choices
 
         onPicked: (value) => root.picked(value)
+        onConfirmed: (value) => root.confirmed(value)
     }
     Row {
         id: row

@@ -37,17 +37,21 @@ void VChoice::setSelected(const QVariant& value) {
 }
 
 void VChoice::pick(int index) {
-    if (index < 0 || index >= m_options.size() || index == m_index)
+    if (index < 0 || index >= m_options.size())
         return;
     const QVariant value = valueOf(m_options[index]);
-    setSelected(value);
-    Q_EMIT picked(value);
+    if (index != m_index) {
+        setSelected(value);
+        Q_EMIT picked(value);
+    }
+    Q_EMIT confirmed(value);
 }
 
 void VChoice::step(int by) {
     if (m_options.isEmpty())
         return;
-    pick(std::clamp(m_index + by, 0, static_cast<int>(m_options.size()) - 1));
+    if (const int next = std::clamp(m_index + by, 0, static_cast<int>(m_options.size()) - 1); next != m_index)
+        pick(next);
     Q_EMIT stepped(m_index);
 }
 

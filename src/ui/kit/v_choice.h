@@ -40,6 +40,8 @@ Q_SIGNALS:
     void indexChanged();
     /// The user took another option than the chosen one.
     void picked(const QVariant& value);
+    /// The user took that option, be it the chosen one.
+    void confirmed(const QVariant& value);
     /// The user stepped to that option.
     void stepped(int index);
 

@@ -150,7 +150,7 @@ Item {
                     options: root.model.hudSizes
                     selected: root.model.hudSize
                     dark: root.dark
-                    onPicked: (label) => root.model.hudSize = label
+                    onConfirmed: (label) => root.model.hudSize = label
                 }
             }
             Rule {}
@@ -163,7 +163,7 @@ Item {
                     options: root.model.hudPositions
                     selected: root.model.hudPosition
                     dark: root.dark
-                    onPicked: (label) => root.model.hudPosition = label
+                    onConfirmed: (label) => root.model.hudPosition = label
                 }
             }
             Rule {}

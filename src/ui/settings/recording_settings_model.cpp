@@ -15,6 +15,7 @@ RecordingSettingsModel::RecordingSettingsModel(const SettingsNeighbours& neighbo
     : QObject(parent)
     , m_loop(neighbours.loop)
     , m_settings(neighbours.settings)
+    , m_defaults(neighbours.defaults)
     , m_inputs(neighbours.inputs)
     , m_levelTest(neighbours.levelTest)
     , m_hotkey(neighbours.settings, neighbours.hotkey, neighbours.keys)
@@ -76,9 +77,8 @@ void RecordingSettingsModel::setMicrophone(const QString& uniqueID) {
 
 QString RecordingSettingsModel::microphoneHint() {
     m_microphones.see(m_inputs.inputs());
-    return m_microphones.isMissing(microphone())
-               ? QStringLiteral("Не подключён, пока слушает системный")
-               : QString();
+    return m_microphones.isMissing(microphone()) ? QStringLiteral("Не подключён, пока слушает системный")
+                                                 : QString();
 }
 
 void RecordingSettingsModel::lookAtInputs() {
@@ -160,8 +160,9 @@ void RecordingSettingsModel::setHudMinimal(bool minimal) {
 
 int RecordingSettingsModel::capsuleY() const {
     const QRect screen(0, 0, 2 * previewHeight, previewHeight);
-    return hudPanelFrame({.frame = screen, .visibleFrame = screen}, m_settings.hudSize(),
-                         m_settings.hudPosition())
+    return hudPanelFrame({.frame = screen, .visibleFrame = screen},
+                         m_defaults.string(QStringLiteral("hudSize")),
+                         m_defaults.string(QStringLiteral("hudPosition")))
         .y();
 }
 

@@ -89,6 +89,8 @@ public:
     [[nodiscard]] bool hudMinimal() const;
     void setHudMinimal(bool minimal);
     [[nodiscard]] RecordingHUDModel* capsule() { return &m_capsule; }
+    /// As the panel takes it from the store, where a size or a position that was never chosen counts as
+    /// others than the settings' defaults.
     [[nodiscard]] int capsuleY() const;
 
     [[nodiscard]] bool callDetection() const;
@@ -116,6 +118,7 @@ private:
 
     MainLoop& m_loop;
     AppSettings& m_settings;
+    const UserDefaults& m_defaults;
     AudioInputs& m_inputs;
     LevelTest& m_levelTest;
     HotkeySettingsModel m_hotkey;

@@ -16,6 +16,7 @@ class LevelTest;
 class MainLoop;
 class PermissionManager;
 class Relauncher;
+class UserDefaults;
 class Workspace;
 
 /// What the settings show and change.
@@ -24,6 +25,7 @@ struct SettingsNeighbours {
     AppNavigator& nav;
     PermissionManager& perms;
     AppSettings& settings;
+    const UserDefaults& defaults; ///< in which they are stored
     AuthStore& authStore;
     AuthSession& authSession;
     Workspace& workspace;

@@ -57,6 +57,20 @@ TEST(VChoice, Picked_IsSaidOnceAndOnlyForAnotherOption) {
     EXPECT_EQ(choice.selected(), QVariant(3));
 }
 
+TEST(VChoice, Confirmed_IsSaidOfTheChosenOptionToo) {
+    VChoice choice;
+    const QSignalSpy confirmed(&choice, &VChoice::confirmed);
+    choice.setOptions({1, 2});
+    choice.setSelected(1);
+    choice.pick(0);
+    choice.pick(1);
+    choice.pick(2);
+    choice.step(1); // nowhere to go
+    ASSERT_EQ(confirmed.size(), 2);
+    EXPECT_EQ(confirmed[0].first(), QVariant(1));
+    EXPECT_EQ(confirmed[1].first(), QVariant(2));
+}
+
 TEST(VChoice, Step_EndsAtTheFirstAndTheLast) {
     VChoice choice;
     choice.step(1); // nothing to step to

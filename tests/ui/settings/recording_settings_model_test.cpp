@@ -85,6 +85,11 @@ TEST_F(RecordingSettingsModelTest, Capsule_LiesWhereItsPanelWould) {
     }
 }
 
+TEST_F(RecordingSettingsModelTest, NoPlaceChosenYet_CapsuleLiesWhereThePanelGoesByItself) {
+    EXPECT_EQ(model.capsuleY(), -8);
+    EXPECT_EQ(model.hudPosition(), QStringLiteral("Снизу"));
+}
+
 TEST_F(RecordingSettingsModelTest, OnScreen_TheMicrophoneIsHeardAndTheCapsuleRecords) {
     settings.setHudMinimal(false);
     EXPECT_FALSE(stage.levelEngine.running);

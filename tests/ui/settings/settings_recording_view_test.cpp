@@ -68,6 +68,14 @@ TEST_F(SettingsRecordingViewTest, EachControl_WritesAtOnce) {
     EXPECT_FALSE(settings.callDetectionEnabled());
 }
 
+TEST_F(SettingsRecordingViewTest, DefaultClicked_IsStoredAndMovesTheCapsuleThere) {
+    show();
+    EXPECT_EQ(model.capsuleY(), -8);
+    click("Снизу");
+    EXPECT_EQ(defaults.string(QStringLiteral("hudPosition")), QStringLiteral("bottom"));
+    EXPECT_GT(model.capsuleY(), 0);
+}
+
 TEST_F(SettingsRecordingViewTest, ChangedElsewhere_IsShown) {
     show();
     useCustomHotkey("⌘ P");
