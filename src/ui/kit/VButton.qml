@@ -16,6 +16,9 @@ FocusScope {
     property string successTitle
     property int successDuration: 1200
     property bool didSucceed: false
+    /// What those who listen hear beside the title.
+    property string description
+    property alias focusPolicy: button.focusPolicy
     /// Drawn before the title in place of an icon.
     property Component mark: null
     /// What the title leaves open, for those who listen.
@@ -45,6 +48,7 @@ FocusScope {
         implicitHeight: root.small ? 28 : 34
         leftPadding: root.small ? 12 : 16
         rightPadding: leftPadding
+        Accessible.description: root.description
         onClicked: {
             if (root.showSuccessFeedback)
                 root.succeed();

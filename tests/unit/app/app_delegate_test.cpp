@@ -275,7 +275,7 @@ TEST_F(AppDelegateTest, Launch_ShowsTheIconAndNoWindow) {
     loop.runPosted();
     EXPECT_GT(statusItem.imagesSet, 0);
     EXPECT_EQ(windows.hudsMade, 0);
-    EXPECT_EQ(windows.mainWindowsMade, 0);
+    EXPECT_EQ(windows.mainWindow.made, 0);
     EXPECT_FALSE(engineOfViews.isMade());
 }
 
@@ -362,34 +362,34 @@ TEST_F(AppDelegateTest, OpenMain_WithATab_ShowsTheSettingsThere) {
 TEST_F(AppDelegateTest, OpenMainTwice_IsOneWindowBroughtToTheFront) {
     app.openMain({}, true);
     app.openMain({}, true);
-    EXPECT_EQ(windows.mainWindowsMade, 1);
-    EXPECT_EQ(windows.mainWindowFronts, 2);
+    EXPECT_EQ(windows.mainWindow.made, 1);
+    EXPECT_EQ(windows.mainWindow.fronts, 2);
 }
 
 TEST_F(AppDelegateTest, MainWindowClosed_IsDroppedAndMadeAnewNextTime) {
     app.openMain({}, true);
-    windows.mainWindow->windowWillClose();
-    EXPECT_EQ(windows.mainWindowsOpen, 1) << "it is still at work when it says so";
+    windows.mainWindow.close();
+    EXPECT_EQ(windows.mainWindow.open, 1) << "it is still at work when it says so";
     loop.runPosted();
-    EXPECT_EQ(windows.mainWindowsOpen, 0);
+    EXPECT_EQ(windows.mainWindow.open, 0);
     app.openMain({}, true);
-    EXPECT_EQ(windows.mainWindowsMade, 2);
+    EXPECT_EQ(windows.mainWindow.made, 2);
 }
 
 TEST_F(AppDelegateTest, MainWindowOpenedAgainWhileItCloses_IsANewOneThatStays) {
     app.openMain({}, true);
-    windows.mainWindow->windowWillClose();
+    windows.mainWindow.close();
     app.openMain({}, true);
     loop.runPosted();
-    EXPECT_EQ(windows.mainWindowsMade, 2);
-    EXPECT_EQ(windows.mainWindowsOpen, 1);
+    EXPECT_EQ(windows.mainWindow.made, 2);
+    EXPECT_EQ(windows.mainWindow.open, 1);
 }
 
 TEST_F(AppDelegateTest, SecondStart_OpensTheMainWindowWithWhatItShowedLast) {
     app.applicationDidFinishLaunching();
     navigator.openMeetings();
     app.handleCommand(instance_command::Activate{});
-    EXPECT_EQ(windows.mainWindowsOpen, 1);
+    EXPECT_EQ(windows.mainWindow.open, 1);
     EXPECT_EQ(navigator.screen(), MainScreen::Meetings);
 }
 
@@ -409,7 +409,7 @@ TEST_F(AppDelegateTest, DismissModalUIThen_ClosesSettingsAndWindowAndCallsBackAM
     bool called = false;
     app.dismissModalUIThen([&] { called = true; });
     EXPECT_FALSE(navigator.showSettingsSheet());
-    EXPECT_EQ(windows.mainWindowsOpen, 0);
+    EXPECT_EQ(windows.mainWindow.open, 0);
     loop.advance(449ms);
     EXPECT_FALSE(called);
     loop.advance(1ms);
