@@ -28,7 +28,6 @@ OrdinaryWindow::OrdinaryWindow(UiEngine& engine, MainLoop& loop, const WindowSiz
         if (isActive())
             refresh();
     });
-    qApp->installEventFilter(this);
 }
 
 // A window that goes while it is active says so, when there is nothing left to refresh.
@@ -63,17 +62,9 @@ bool OrdinaryWindow::event(QEvent* event) {
         followPointer(*static_cast<QMouseEvent*>(event));
     if (event->type() == QEvent::Close && event->isAccepted()) {
         m_permsTimer.invalidate();
-        if (!m_programEnds)
-            Q_EMIT closed();
+        Q_EMIT closed();
     }
     return handled;
-}
-
-// A program that ends closes its windows first.
-bool OrdinaryWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Quit)
-        m_programEnds = true;
-    return QQuickView::eventFilter(watched, event);
 }
 
 // The window moves with the background under the pointer. The desktop keeps the release to itself then, which

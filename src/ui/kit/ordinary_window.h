@@ -24,7 +24,7 @@ public:
     void open();
 
 Q_SIGNALS:
-    /// The user or the desktop has closed it. The end of the program doesn't count.
+    /// The user or the desktop has closed it.
     void closed();
 
 protected:
@@ -36,7 +36,6 @@ protected:
     virtual void refresh() = 0;
 
     bool event(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void followPointer(const QMouseEvent& event);
@@ -47,7 +46,6 @@ private:
     const WindowSizes m_sizes;
     Timer m_permsTimer;
     std::optional<QPointF> m_backgroundPress; // where nothing else took it
-    bool m_programEnds = false;
 };
 
 } // namespace velmora

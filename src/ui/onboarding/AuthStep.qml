@@ -25,7 +25,7 @@ Item {
         id: disc
 
         anchors.horizontalCenter: parent.horizontalCenter
-        y: 58
+        y: 50
         width: 72
         height: 72
         radius: 36
@@ -43,7 +43,7 @@ Item {
         id: words
 
         anchors.horizontalCenter: parent.horizontalCenter
-        y: 164
+        y: 156
         width: 460
         centred: true
         dark: root.dark

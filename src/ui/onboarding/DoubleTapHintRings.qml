@@ -34,7 +34,7 @@ Item {
                 Pulse { property: "pulse2" }
             }
         }
-        PauseAnimation { duration: 1100 }
+        PauseAnimation { duration: 600 }
     }
     Ring { amount: root.pulse1 }
     Ring { amount: root.pulse2 }

@@ -9,6 +9,7 @@ FocusScope {
     required property OnboardingModel model
     property bool dark: VTheme.dark
     readonly property VTheme theme: VTheme.scheme(dark)
+    readonly property int margin: 40
 
     focus: true
 
@@ -39,8 +40,8 @@ FocusScope {
     }
 
     Row {
-        x: 28
-        y: 22
+        x: view.margin
+        y: 26
         spacing: 10
 
         VLogo {
@@ -56,8 +57,8 @@ FocusScope {
         id: progress
 
         anchors.right: parent.right
-        anchors.rightMargin: 28
-        y: 31
+        anchors.rightMargin: view.margin
+        y: 35
         spacing: 6
 
         Repeater {
@@ -89,7 +90,7 @@ FocusScope {
         property int shownStep: view.model.step
 
         anchors.fill: parent
-        anchors.topMargin: 68
+        anchors.topMargin: 76
         anchors.bottomMargin: bottom.height
         sourceComponent: stepView
         onLoaded: view.giveFocus()
@@ -145,7 +146,7 @@ FocusScope {
             id: backButton
 
             anchors.verticalCenter: parent.verticalCenter
-            x: 28
+            x: view.margin - 16 // its title begins at the margin
             visible: view.model.canGoBack
             title: "Назад"
             ghost: true
@@ -154,11 +155,11 @@ FocusScope {
         }
         HoverLift {
             anchors.right: parent.right
-            anchors.rightMargin: 28
+            anchors.rightMargin: view.margin
             anchors.verticalCenter: parent.verticalCenter
             dark: view.dark
             amount: view.model.canContinue ? 1 : 0
-            opacity: view.model.canContinue ? 1 : 0.4
+            opacity: view.model.canContinue ? 1 : 0.45
 
             VButton {
                 id: continueButton

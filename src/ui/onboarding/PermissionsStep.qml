@@ -14,8 +14,8 @@ Item {
     StepText {
         id: words
 
-        x: 64
-        y: 4
+        x: 40
+        y: 12
         width: parent.width - 2 * x
         dark: root.dark
         caption: root.model.caption
@@ -26,7 +26,7 @@ Item {
 
         anchors.top: words.bottom
         anchors.topMargin: 20
-        x: 64
+        x: 40
         width: parent.width - 2 * x
         verticalPadding: 2
         dark: root.dark
@@ -46,7 +46,7 @@ Item {
     Row {
         anchors.top: card.bottom
         anchors.topMargin: 18
-        x: 64
+        x: 40
         spacing: 10
 
         VIconView {

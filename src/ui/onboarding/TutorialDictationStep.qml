@@ -9,7 +9,7 @@ TutorialStep {
     title: "Первая\nдиктовка."
     text: "Зажми Fn и говори. Отпусти — Velmora распознает речь и вставит готовый текст в поле справа."
     prompt: "Текст появится здесь после диктовки…"
-    hint: "если клавиша не срабатывает"
+    hint: "3 секунды без клавиши"
     value: model.tutorial1Text
     onValueChanged: model.tutorial1Text = value
 

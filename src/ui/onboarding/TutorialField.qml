@@ -68,6 +68,7 @@ FocusScope {
             textFormat: TextEdit.PlainText
             wrapMode: TextEdit.Wrap
             selectByMouse: true
+            Component.onCompleted: cursorPosition = length
 
             Accessible.name: root.prompt
 

@@ -9,7 +9,7 @@ TutorialStep {
     title: "Двойной тап."
     text: "Тапни Fn два раза быстро — запись пойдёт до повторного тапа. Можно говорить долго и не держать клавишу. Попробуй здесь:"
     prompt: "Текст появится здесь…"
-    hint: tutorial.recording ? tutorial.hint : "если клавиша не срабатывает"
+    hint: tutorial.recording ? tutorial.hint : "3 секунды без клавиши"
     footnote: "Сменить клавишу можно в Настройки → Запись."
     value: model.tutorial2Text
     onValueChanged: model.tutorial2Text = value
@@ -19,6 +19,7 @@ TutorialStep {
         spacing: 4
 
         DoubleTapHintRings {
+            objectName: "rings"
             anchors.horizontalCenter: parent.horizontalCenter
             running: root.model.onScreen && !root.tutorial.recording
             dark: root.dark

@@ -25,7 +25,7 @@ Item {
         id: words
 
         x: 40
-        y: 4
+        y: 8
         width: 276
         dark: root.dark
         caption: root.model.caption
@@ -63,7 +63,7 @@ Item {
 
         anchors.right: parent.right
         anchors.rightMargin: 40
-        y: 8
+        y: 12
         width: 284
         height: 268
         prompt: root.prompt
@@ -125,8 +125,8 @@ Item {
     Text {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 16
-        x: field.x
-        width: field.width
+        x: words.x
+        width: parent.width - 2 * x
         visible: text !== ""
         text: root.footnote
         color: root.theme.textMuted

@@ -52,7 +52,7 @@ Item {
         id: wave
 
         anchors.horizontalCenter: parent.horizontalCenter
-        y: 42
+        y: 36
         width: 170
         height: 130
         dark: root.dark
@@ -60,7 +60,7 @@ Item {
     }
     StepText {
         anchors.horizontalCenter: parent.horizontalCenter
-        y: 216
+        y: 208
         width: 440
         centred: true
         dark: root.dark
