@@ -16,8 +16,6 @@ FocusScope {
     property string successTitle
     property int successDuration: 1200
     property bool didSucceed: false
-    /// What those who listen hear beside the title.
-    property string description
     property alias focusPolicy: button.focusPolicy
     /// Drawn before the title in place of an icon.
     property Component mark: null
@@ -48,7 +46,6 @@ FocusScope {
         implicitHeight: root.small ? 28 : 34
         leftPadding: root.small ? 12 : 16
         rightPadding: leftPadding
-        Accessible.description: root.description
         onClicked: {
             if (root.showSuccessFeedback)
                 root.succeed();

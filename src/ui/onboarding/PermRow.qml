@@ -6,14 +6,15 @@ Item {
     id: row
 
     required property int index
-    required property int rightIcon
     required property string title
     required property string hint
     required property string stateLabel
+    required property string actionLabel
     required property bool granted
+    property int icon: -1
     property bool last: false
     property bool dark: VTheme.dark
-    signal requested()
+    signal acted()
 
     readonly property VTheme theme: VTheme.scheme(dark)
 
@@ -29,7 +30,7 @@ Item {
 
         VIconView {
             anchors.centerIn: parent
-            icon: row.rightIcon
+            icon: row.icon
             size: 17
             color: row.granted ? row.theme.green : row.theme.amber
         }
@@ -37,7 +38,7 @@ Item {
     Column {
         x: 48
         anchors.verticalCenter: parent.verticalCenter
-        width: parent.width - x - 180
+        width: parent.width - x - 230
         spacing: 3
 
         Text {
@@ -73,12 +74,11 @@ Item {
             Accessible.ignored: true // the title says it
         }
         VButton {
-            visible: !row.granted
-            title: "Разрешить"
+            title: row.actionLabel
             description: row.title
             size: VButtonSize.Sm
             dark: row.dark
-            onAction: row.requested()
+            onAction: row.acted()
         }
     }
     VHairline {

@@ -37,9 +37,10 @@ Item {
             model: root.model.permissions
 
             PermRow {
+                icon: [VIcon.mic, VIcon.inputMon, VIcon.accessibility][index]
                 last: index === rows.count - 1
                 dark: root.dark
-                onRequested: root.model.permissions.request(index)
+                onActed: root.model.permissions.act(index)
             }
         }
     }

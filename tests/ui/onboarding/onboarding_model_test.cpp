@@ -220,7 +220,7 @@ TEST_F(OnboardingModelTest, Permissions_AreThreeAndLeadToTheirRight) {
     QStringList titles;
     for (int row = 0; row < rows.rowCount(); ++row) {
         titles.append(rows.data(rows.index(row), PermissionsModel::Title).toString());
-        rows.request(row);
+        rows.act(row);
     }
     EXPECT_THAT(titles, ElementsAre(QStringLiteral("Микрофон"), QStringLiteral("Input Monitoring"),
                                     QStringLiteral("Accessibility")));

@@ -115,9 +115,9 @@ TEST_F(OnboardingViewTest, Permissions_ShowTheirStateAndTheWayToIt) {
     stage.rights.granted = {PrivacyRight::InputMonitoring};
     show(Step::Permissions);
     EXPECT_THAT(host.texts(), Contains(QStringLiteral("Три разрешения.\nОдин раз.")));
-    EXPECT_TRUE(host.has(QStringLiteral("Микрофон: Нет")));
-    EXPECT_TRUE(host.has(QStringLiteral("Input Monitoring: Есть")));
-    EXPECT_TRUE(host.has(QStringLiteral("Accessibility: Нет")));
+    EXPECT_TRUE(host.has(QStringLiteral("Микрофон: Нет доступа")));
+    EXPECT_TRUE(host.has(QStringLiteral("Input Monitoring: Разрешено")));
+    EXPECT_TRUE(host.has(QStringLiteral("Accessibility: Нет доступа")));
     EXPECT_TRUE(host.has(model->privacy()));
     host.click(QStringLiteral("Разрешить"));
     EXPECT_THAT(stage.rights.openedSettings, ElementsAre(PrivacyRight::Microphone));
@@ -125,7 +125,7 @@ TEST_F(OnboardingViewTest, Permissions_ShowTheirStateAndTheWayToIt) {
                             PrivacyRight::Accessibility};
     model->refresh();
     EXPECT_FALSE(host.has(QStringLiteral("Разрешить")));
-    EXPECT_TRUE(host.has(QStringLiteral("Accessibility: Есть")));
+    EXPECT_TRUE(host.has(QStringLiteral("Accessibility: Разрешено")));
 }
 
 TEST_F(OnboardingViewTest, Tutorial_TheFieldHasTheKeyboardAndWhatArrivesThereAllowsToContinue) {
