@@ -19,23 +19,11 @@ FocusScope {
     Rectangle {
         anchors.fill: parent
         color: Qt.alpha(view.theme.windowBg, 1)
-        clip: true
 
-        VShadow {
-            target: lamp
-            color: view.theme.accent
-            radius: 190
-            cornerRadius: 90
-            hollow: false
-            opacity: view.dark ? 0.3 : 0.42
-        }
-        Item {
-            id: lamp
-
-            anchors.horizontalCenter: parent.horizontalCenter
-            y: -150
-            width: 420
-            height: 180
+        AccentGlow {
+            width: parent.width
+            height: 400
+            color: Qt.alpha(view.theme.accent, view.dark ? 0.17 : 0.26)
         }
     }
 

@@ -98,7 +98,7 @@ protected:
         const std::optional<HistoryItem> item = session.dictation(count);
         return item && 2 * DictationSession::wordsHeard(item->cleanedText) >= DictationSession::wordsSpoken &&
                waitUntil([&] {
-                   const QList<AccessibleObject> objects = accessibleObjects(program);
+                   const QList<AccessibleObject> objects = accessibleObjects(applicationName);
                    return std::ranges::any_of(objects, [&](const AccessibleObject& each) {
                        return each.name == field && each.text == item->cleanedText;
                    });
@@ -251,7 +251,7 @@ TEST_F(FirstStartTest, ByKeyboardAlone_LeadsThroughTheSignInToTwoDictationsInIts
     ASSERT_TRUE(browser->isReady());
     EXPECT_EQ(DictationSession::velmora(callback), 0);
     ASSERT_TRUE(shows(QStringLiteral("ШАГ 3 ИЗ 5")));
-    EXPECT_TRUE(waitUntil([] { return activeTitle() == program; }));
+    EXPECT_TRUE(waitUntil([] { return activeTitle() == applicationName; }));
     press({QStringLiteral("Return")});
 
     const QString first = QStringLiteral("Текст появится здесь после диктовки…");
@@ -271,7 +271,7 @@ TEST_F(FirstStartTest, ByKeyboardAlone_LeadsThroughTheSignInToTwoDictationsInIts
     ASSERT_TRUE(wasDictatedInto(second, 2));
     EXPECT_FALSE(isOnboarded());
     press({QStringLiteral("Return")});
-    EXPECT_TRUE(waitUntil([] { return !taskBar().contains(program); }));
+    EXPECT_TRUE(waitUntil([] { return !taskBar().contains(applicationName); }));
     EXPECT_TRUE(isOnboarded());
     EXPECT_TRUE(session.application().isRunning());
 }
@@ -287,6 +287,6 @@ TEST_F(FirstStartTest, ProgramEndsInTheMiddle_ResumesThere) {
     EXPECT_TRUE(shows(QStringLiteral("ШАГ 2 ИЗ 5")));
     ASSERT_TRUE(hasFocus());
     press({QStringLiteral("ctrl+w")});
-    EXPECT_TRUE(waitUntil([] { return !taskBar().contains(program); }));
+    EXPECT_TRUE(waitUntil([] { return !taskBar().contains(applicationName); }));
     EXPECT_TRUE(isOnboarded());
 }
