@@ -2,6 +2,7 @@
 
 #include "backend/sign_in.h"
 #include "foundation/log.h"
+#include "ui/onboarding/onboarding_model.h"
 
 #include <QFile>
 #include <QPointer>
@@ -52,6 +53,8 @@ void AppDelegate::applicationDidFinishLaunching() {
     watchPipeline();
     watchInputMonitoring();
     startHotkeyRetryTimer();
+    if (!m_settings.hasOnboarded() || !m_authStore.isLoggedIn())
+        showOnboarding(false);
     prewarmWindows();
     reloadAccount();
 }
@@ -59,10 +62,14 @@ void AppDelegate::applicationDidFinishLaunching() {
 void AppDelegate::handleCommand(const InstanceCommand& command) {
     struct Route {
         AppDelegate& app;
-        // Whoever starts the program again looks for it: there may be no tray to find it in.
+        // Whoever starts the program again looks for it: there may be no tray to find it in. Who is at the
+        // first run still looks for that.
         void operator()(const instance_command::Activate&) const {
             app.handleAppBecameActive();
-            app.openMain({});
+            if (app.m_onboardingWindow)
+                app.m_onboardingWindow->makeKeyAndOrderFront();
+            else
+                app.openMain({});
         }
         void operator()(const instance_command::OpenURL& open) const { app.handleGetURLEvent(open.url); }
         void operator()(const instance_command::Press&) const { app.m_gate.press(); }
@@ -108,6 +115,7 @@ void AppDelegate::createMenuBar() {
     m_menuBar->onShowHistory = [this] { openMain({}, true); };
     m_menuBar->onShowMeetings = [this] { openMain({}, false, true); };
     m_menuBar->onShowAbout = [this] { openMain(QStringLiteral("about")); };
+    m_menuBar->onShowOnboarding = [this] { showOnboarding(true); };
     m_menuBar->onShowPermissions = [this] { openMain(QStringLiteral("permissions")); };
     m_menuBar->onTestRecord = [this] { startTestRecording(); };
     m_menuBar->onQuit = m_terminate;
@@ -182,14 +190,31 @@ void AppDelegate::openMain(const std::optional<QString>& tab, bool toHistory, bo
         m_navigator.openSettings(*tab);
     if (!m_mainWindow) {
         m_mainWindow = m_windows.makeMainWindow(m_permissions, m_hotkey);
-        m_mainWindow->windowWillClose = [this] { mainWindowWillClose(); };
+        m_mainWindow->windowWillClose = [this] { windowWillClose(m_mainWindow); };
     }
     m_mainWindow->makeKeyAndOrderFront();
 }
 
+void AppDelegate::showOnboarding(bool forceRestart) {
+    if (forceRestart) {
+        m_settings.setHasOnboarded(false);
+        m_onboardingWindow.reset();
+        m_defaults.remove(OnboardingModel::storedStepKey);
+    }
+    if (!m_onboardingWindow) {
+        m_onboardingWindow =
+            m_windows.makeOnboardingWindow(m_permissions, m_pipeline, [this] { startTestRecording(); });
+        m_onboardingWindow->windowWillClose = [this] {
+            m_settings.setHasOnboarded(true); // however it was closed
+            windowWillClose(m_onboardingWindow);
+        };
+    }
+    m_onboardingWindow->makeKeyAndOrderFront();
+}
+
 // The window is still at work when it says so, and goes a turn later; the next one to be opened is another.
-void AppDelegate::mainWindowWillClose() {
-    m_loop.post([window = std::exchange(m_mainWindow, nullptr)] {});
+void AppDelegate::windowWillClose(std::shared_ptr<AppWindow>& window) {
+    m_loop.post([closing = std::exchange(window, nullptr)] {});
 }
 
 void AppDelegate::startTestRecording() {
@@ -232,6 +257,8 @@ void AppDelegate::handleAuthURL(const AuthCallback& callback) {
         return;
     m_authStore.save(token, refresh);
     reloadAccount();
+    if (m_onboardingWindow)
+        m_onboardingWindow->makeKeyAndOrderFront(); // the browser lies over it
 }
 
 void AppDelegate::handleAppBecameActive() {

@@ -55,6 +55,8 @@ public:
     /// Shows the main window. Meetings win over the history, and that over a settings tab; with none of them
     /// it shows what it showed last.
     void openMain(const std::optional<QString>& tab, bool toHistory = false, bool toMeetings = false);
+    /// Shows the first-run window where the user has left it, or from its first step with `forceRestart`.
+    void showOnboarding(bool forceRestart);
     /// Dictates for three seconds.
     void startTestRecording();
     /// Closes the settings and the main window and runs the callback a moment later, so that nothing of them
@@ -82,7 +84,8 @@ private:
 
     void handleGetURLEvent(const QString& url);
     void handleAuthURL(const AuthCallback& callback);
-    void mainWindowWillClose();
+    /// Drops the window when its work is done.
+    void windowWillClose(std::shared_ptr<AppWindow>& window);
     void reloadAccount();
 
     MainLoop& m_loop;
@@ -107,7 +110,8 @@ private:
     HotkeyGestureGate m_gate;
     std::unique_ptr<MenuBarController> m_menuBar;
     std::unique_ptr<HudPanel> m_hud;         // only while it is visible
-    std::shared_ptr<AppWindow> m_mainWindow; // only while it is open
+    std::shared_ptr<AppWindow> m_mainWindow; // the windows: only while they are open
+    std::shared_ptr<AppWindow> m_onboardingWindow;
     Timer m_hotkeyRetryTimer;
     Timer m_prewarmTimer;
     TaskScope m_tasks;

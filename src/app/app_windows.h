@@ -39,6 +39,10 @@ public:
     [[nodiscard]] virtual std::unique_ptr<HudPanel> makeHud(PipelineCoordinator& pipeline) = 0;
     [[nodiscard]] virtual std::unique_ptr<AppWindow> makeMainWindow(PermissionManager& permissions,
                                                                     HotkeyMonitor& hotkey) = 0;
+    /// The window of a first start. `startTestRecording` is for those whose hotkey doesn't work.
+    [[nodiscard]] virtual std::unique_ptr<AppWindow>
+    makeOnboardingWindow(PermissionManager& permissions, PipelineCoordinator& pipeline,
+                         std::function<void()> startTestRecording) = 0;
     /// Makes the first capsule quick; called when the start is over.
     virtual void prewarm(PipelineCoordinator& pipeline) = 0;
 };

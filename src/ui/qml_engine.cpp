@@ -10,6 +10,7 @@ Q_IMPORT_QML_PLUGIN(Velmora_HudPlugin)
 Q_IMPORT_QML_PLUGIN(Velmora_MenuBarPlugin)
 Q_IMPORT_QML_PLUGIN(Velmora_SettingsPlugin)
 Q_IMPORT_QML_PLUGIN(Velmora_MainWindowPlugin)
+Q_IMPORT_QML_PLUGIN(Velmora_OnboardingPlugin)
 
 namespace velmora {
 

@@ -1,14 +1,29 @@
 #include "dictating_application.h"
 
 #include "lasting_token.h"
+#include "result.h"
+#include "support/onboarded_defaults.h"
+
+#include <QFile>
 
 namespace velmora::bench {
+namespace {
+
+QString defaultsOf(const QTemporaryDir& folder) {
+    QFile file(folder.filePath(QStringLiteral("defaults.json")));
+    if (!file.open(QIODevice::WriteOnly) || file.write(test::onboardedDefaults()) < 0)
+        throw NotMeasured(file.errorString());
+    return file.fileName();
+}
+
+} // namespace
+
 DictatingApplication::DictatingApplication(quint16 backendPort)
     : m_application({
           .info = InfoDictionary(
               {{QStringLiteral("VelmorBackendURL"), QStringLiteral("http://127.0.0.1:%1").arg(backendPort)}}),
           .supportFolder = m_folder.path(),
-          .defaultsPath = m_folder.filePath(QStringLiteral("defaults.json")),
+          .defaultsPath = defaultsOf(m_folder),
           .makeEngine =
               [this](PulseConnection& pulse) {
                   auto engine = std::make_unique<TimedAudioEngine>(std::make_unique<PulseAudioEngine>(pulse));

@@ -6,6 +6,7 @@
 #include "lasting_token.h"
 #include "pass.h"
 #include "result.h"
+#include "support/onboarded_defaults.h"
 
 #include <QFile>
 
@@ -43,7 +44,7 @@ RunningProgram::RunningProgram(int historyItems, const QByteArray& defaults) {
     fillHistory(support, historyItems);
     QDir().mkpath(config + QStringLiteral("/Velmora"));
     QFile file(defaultsPath());
-    if (!file.open(QIODevice::WriteOnly) || file.write(defaults) != defaults.size())
+    if (!file.open(QIODevice::WriteOnly) || file.write(test::onboardedDefaults(defaults)) < 0)
         throw NotMeasured(file.errorString());
     file.close();
     UserDefaults states(m_home.filePath(QStringLiteral("states.json")));

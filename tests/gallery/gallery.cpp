@@ -6,6 +6,7 @@
 #include "gallery/kit_views.h"
 #include "gallery/main_window_views.h"
 #include "gallery/menu_bar_views.h"
+#include "gallery/onboarding_views.h"
 #include "gallery/recording_settings_views.h"
 #include "gallery/settings_views.h"
 #include "ui/qml_engine.h"
@@ -104,8 +105,8 @@ QImage draw(const GalleryView& view, bool dark, QQuickItem& item) {
 
 std::vector<GalleryView> galleryViews() {
     std::vector<GalleryView> views;
-    for (const auto family :
-         {kitViews, capsuleViews, menuBarViews, mainWindowViews, settingsViews, recordingSettingsViews}) {
+    for (const auto family : {kitViews, capsuleViews, menuBarViews, mainWindowViews, settingsViews,
+                              recordingSettingsViews, onboardingViews}) {
         std::vector<GalleryView> more = family();
         std::move(more.begin(), more.end(), std::back_inserter(views));
     }

@@ -14,10 +14,13 @@ public:
         return std::make_unique<Hud>(*this);
     }
     [[nodiscard]] std::unique_ptr<AppWindow> makeMainWindow(PermissionManager&, HotkeyMonitor&) override {
-        ++mainWindowsMade;
-        auto window = std::make_unique<Window>(*this);
-        mainWindow = window.get();
-        return window;
+        return mainWindow.make();
+    }
+    [[nodiscard]] std::unique_ptr<AppWindow>
+    makeOnboardingWindow(PermissionManager&, PipelineCoordinator&,
+                         std::function<void()> startTestRecording) override {
+        recordFromOnboarding = std::move(startTestRecording);
+        return onboarding.make();
     }
     void prewarm(PipelineCoordinator&) override { ++prewarms; }
 
@@ -25,10 +28,44 @@ public:
     int hudsMade = 0;
     bool hudIsShown = false;
     QStringList hudSteps; ///< of the capsule on the screen
-    int mainWindowsMade = 0;
-    AppWindow* mainWindow = nullptr; ///< the last one made
-    int mainWindowsOpen = 0;
-    int mainWindowFronts = 0;
+
+    /// The windows of one kind.
+    class Kind {
+    public:
+        [[nodiscard]] std::unique_ptr<AppWindow> make() {
+            ++made;
+            auto window = std::make_unique<Window>(*this);
+            last = window.get();
+            return window;
+        }
+        /// The user closes the last one made.
+        void close() const { last->windowWillClose(); }
+
+        int made = 0;
+        int open = 0;
+        int fronts = 0;
+
+    private:
+        class Window final : public AppWindow {
+        public:
+            explicit Window(Kind& kind)
+                : m_kind(kind) {
+                ++m_kind.open;
+            }
+            ~Window() override { --m_kind.open; }
+            Window(const Window&) = delete;
+            Window& operator=(const Window&) = delete;
+            void makeKeyAndOrderFront() override { ++m_kind.fronts; }
+
+        private:
+            Kind& m_kind;
+        };
+
+        AppWindow* last = nullptr;
+    };
+    Kind mainWindow;
+    Kind onboarding;
+    std::function<void()> recordFromOnboarding; ///< as the tutorial's button does
 
 private:
     class Hud final : public HudPanel {
@@ -45,21 +82,6 @@ private:
             m_windows.hudSteps.append(QStringLiteral("front"));
             m_windows.hudIsShown = true;
         }
-
-    private:
-        FakeAppWindows& m_windows;
-    };
-
-    class Window final : public AppWindow {
-    public:
-        explicit Window(FakeAppWindows& windows)
-            : m_windows(windows) {
-            ++m_windows.mainWindowsOpen;
-        }
-        ~Window() override { --m_windows.mainWindowsOpen; }
-        Window(const Window&) = delete;
-        Window& operator=(const Window&) = delete;
-        void makeKeyAndOrderFront() override { ++m_windows.mainWindowFronts; }
 
     private:
         FakeAppWindows& m_windows;

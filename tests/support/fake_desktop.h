@@ -41,11 +41,12 @@ public:
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() override { return front; }
     bool openURL(const QUrl& url) override {
         opened.append(url);
-        return true;
+        return opens;
     }
 
     std::optional<RunningApplication> front;
     QList<QUrl> opened;
+    bool opens = true; ///< there is something to open it with
 };
 
 } // namespace velmora::test

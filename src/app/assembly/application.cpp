@@ -53,6 +53,7 @@ Application::Application(const Setup& setup)
           .history = m_history,
           .authStore = m_authStore,
           .authSession = m_session,
+          .signIn = m_signIn,
           .pasteboard = pasteboard(),
           .workspace = m_workspace,
           .info = m_info,

@@ -2,6 +2,7 @@
 
 #include "ui/hud/recording_hud_panel.h"
 #include "ui/kit/ui_engine.h"
+#include "ui/onboarding/onboarding_window.h"
 
 namespace velmora {
 namespace {
@@ -22,17 +23,19 @@ private:
     RecordingHUDPanel m_panel;
 };
 
-class Main final : public AppWindow {
+template<typename Window>
+class OnScreen final : public AppWindow {
 public:
-    explicit Main(const MainWindow::Neighbours& neighbours)
-        : m_window(neighbours) {
-        QObject::connect(&m_window, &MainWindow::closed, [this] { windowWillClose(); });
+    template<typename... Arguments>
+    explicit OnScreen(Arguments&&... arguments)
+        : m_window(std::forward<Arguments>(arguments)...) {
+        QObject::connect(&m_window, &OrdinaryWindow::closed, [this] { windowWillClose(); });
     }
 
     void makeKeyAndOrderFront() override { m_window.open(); }
 
 private:
-    MainWindow m_window;
+    Window m_window;
 };
 
 } // namespace
@@ -44,7 +47,7 @@ std::unique_ptr<HudPanel> WindowsOnScreen::makeHud(PipelineCoordinator& pipeline
 
 std::unique_ptr<AppWindow> WindowsOnScreen::makeMainWindow(PermissionManager& permissions,
                                                            HotkeyMonitor& hotkey) {
-    return std::make_unique<Main>(MainWindow::Neighbours{
+    return std::make_unique<OnScreen<MainWindow>>(MainWindow::Neighbours{
         .engine = m_neighbours.engine,
         .loop = m_neighbours.loop,
         .model = {.store = m_neighbours.history,
@@ -64,6 +67,22 @@ std::unique_ptr<AppWindow> WindowsOnScreen::makeMainWindow(PermissionManager& pe
                                .inputs = m_neighbours.inputs,
                                .levelTest = m_neighbours.levelTest}},
     });
+}
+
+std::unique_ptr<AppWindow> WindowsOnScreen::makeOnboardingWindow(PermissionManager& permissions,
+                                                                 PipelineCoordinator& pipeline,
+                                                                 std::function<void()> startTestRecording) {
+    return std::make_unique<OnScreen<OnboardingWindow>>(
+        m_neighbours.engine, OnboardingNeighbours{.loop = m_neighbours.loop,
+                                                  .defaults = m_neighbours.defaults,
+                                                  .settings = m_neighbours.settings,
+                                                  .perms = permissions,
+                                                  .pipeline = pipeline,
+                                                  .authStore = m_neighbours.authStore,
+                                                  .authSession = m_neighbours.authSession,
+                                                  .signIn = m_neighbours.signIn,
+                                                  .info = m_neighbours.info,
+                                                  .startTestRecording = std::move(startTestRecording)});
 }
 
 void WindowsOnScreen::prewarm(PipelineCoordinator& pipeline) {

@@ -7,6 +7,7 @@ namespace velmora {
 
 class Compositing;
 class Screens;
+class SignIn;
 class UserDefaults;
 
 /// The program's windows, as the user sees them.
@@ -16,13 +17,14 @@ public:
         UiEngine& engine;
         MainLoop& loop;
         AppSettings& settings;
-        const UserDefaults& defaults;
+        UserDefaults& defaults;
         Screens& screens;
         const Compositing& compositing;
         AppNavigator& navigator;
         HistoryStore& history;
         AuthStore& authStore;
         AuthSession& authSession;
+        SignIn& signIn;
         Pasteboard& pasteboard;
         Workspace& workspace;
         const InfoDictionary& info;
@@ -38,6 +40,9 @@ public:
     [[nodiscard]] std::unique_ptr<HudPanel> makeHud(PipelineCoordinator& pipeline) override;
     [[nodiscard]] std::unique_ptr<AppWindow> makeMainWindow(PermissionManager& permissions,
                                                             HotkeyMonitor& hotkey) override;
+    [[nodiscard]] std::unique_ptr<AppWindow>
+    makeOnboardingWindow(PermissionManager& permissions, PipelineCoordinator& pipeline,
+                         std::function<void()> startTestRecording) override;
     void prewarm(PipelineCoordinator& pipeline) override;
 
 private:

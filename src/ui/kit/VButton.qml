@@ -16,6 +16,7 @@ FocusScope {
     property string successTitle
     property int successDuration: 1200
     property bool didSucceed: false
+    property alias focusPolicy: button.focusPolicy
     /// Drawn before the title in place of an icon.
     property Component mark: null
     /// What the title leaves open, for those who listen.

@@ -1,16 +1,12 @@
 #pragma once
 
+#include "ui/kit/ordinary_window.h"
 #include "ui/main_window/main_window_model.h"
-
-#include <QQuickView>
 
 namespace velmora {
 
-class UiEngine;
-
-/// The window with the history, the meetings and the settings. It looks at the permissions and at the clock
-/// only while it is open; delete it when it is closed, and its memory comes back.
-class MainWindow : public QQuickView {
+/// The window with the history, the meetings and the settings.
+class MainWindow : public OrdinaryWindow {
     Q_OBJECT
 
 public:
@@ -23,25 +19,11 @@ public:
     explicit MainWindow(const Neighbours& neighbours);
     ~MainWindow() override;
 
-    /// Shows the window, in front and with the keyboard, wherever it was.
-    void open();
-
-Q_SIGNALS:
-    /// The user or the desktop has closed it.
-    void closed();
-
 protected:
-    bool event(QEvent* event) override;
+    void refresh() override { m_model.refresh(); }
 
 private:
-    void followPointer(const QMouseEvent& event);
-    void centreOnScreen();
-    void followColours();
-
-    MainLoop& m_loop;
     MainWindowModel m_model;
-    Timer m_permsTimer;
-    std::optional<QPointF> m_backgroundPress; // where nothing else took it
 };
 
 } // namespace velmora

@@ -6,6 +6,7 @@
 #include "foundation/user_folders.h"
 #include "support/desktop/default_browser.h"
 #include "support/desktop/wait_until.h"
+#include "support/onboarded_defaults.h"
 
 #include <QDir>
 #include <QFile>
@@ -53,12 +54,19 @@ DictationSession::DictationSession(bool signIn)
                        QLatin1String(sentence), QStringLiteral("-o"),
                        m_folder.filePath(QStringLiteral("voice.wav"))});
     QDir(applicationSupportFolder()).removeRecursively();
-    QFile::remove(defaultsPath());
+    if (!signIn) {
+        QFile::remove(defaultsPath());
+        restartBackend();
+        restartApplication();
+        return;
+    }
+    write(defaultsPath(), onboardedDefaults());
     restartBackend();
     restartApplication();
-    if (signIn)
-        velmora(createAccount(requestSignInPage(), QStringLiteral("me@example.org"),
-                              QStringLiteral("correct horse")));
+    velmora(createAccount(requestSignInPage(), QStringLiteral("me@example.org"),
+                          QStringLiteral("correct horse")));
+    if (isSignedIn())
+        restartApplication(); // without the window that asks who isn't signed in to do so
 }
 
 void DictationSession::restartBackend(bool forgetKey) {
@@ -89,13 +97,17 @@ void DictationSession::restartApplication(bool onX11) {
 }
 
 void DictationSession::setDefaults(const QByteArray& json) {
-    write(defaultsPath(), json);
+    write(defaultsPath(), onboardedDefaults(json));
     restartApplication();
 }
 
 QString DictationSession::requestSignInPage() {
     QFile::remove(browserNote());
     velmora(QStringLiteral("--sign-in"));
+    return openedPage();
+}
+
+QString DictationSession::openedPage() const {
     waitUntil([this] { return QFile::exists(browserNote()); });
     return QString::fromUtf8(contentOf(browserNote()));
 }

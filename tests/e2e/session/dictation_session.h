@@ -16,8 +16,8 @@ namespace velmora::test {
 /// keyboard and a voice.
 class DictationSession {
 public:
-    /// Starts both and signs in through the page; see isSignedIn() for the outcome. With `signIn` false it
-    /// stays out.
+    /// Starts both for somebody who has the first run behind them, and signs in through the page; see
+    /// isSignedIn() for the outcome. With `signIn` false it is the very first start.
     explicit DictationSession(bool signIn = true);
 
     [[nodiscard]] Program& application() { return *m_application; }
@@ -32,6 +32,8 @@ public:
 
     /// Opens the sign-in page as the application does, and gives the page's address.
     [[nodiscard]] QString requestSignInPage();
+    /// The address that the browser was last asked to open.
+    [[nodiscard]] QString openedPage() const;
     /// Starts `velmora ARGUMENT` and gives its exit status.
     static int velmora(const QString& argument);
     [[nodiscard]] bool isSignedIn() const;
@@ -51,7 +53,7 @@ public:
     /// How many words of the sentence are in the text.
     [[nodiscard]] static int wordsHeard(const QString& text);
 
-    /// Restarts the application with these user defaults.
+    /// Restarts the application with these user defaults, and the first run behind it.
     void setDefaults(const QByteArray& json);
     /// Sets a preference of the signed-in account.
     void setPreference(const QByteArray& json);

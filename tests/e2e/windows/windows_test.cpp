@@ -1,5 +1,7 @@
+#include "core/app_settings.h"
 #include "core/history_store.h"
 #include "e2e/session/dictation_session.h"
+#include "e2e/session/sign_in_page.h"
 #include "e2e/session/user_hand.h"
 #include "foundation/user_folders.h"
 #include "support/desktop/pointer.h"
@@ -69,6 +71,9 @@ void remember(const char* text, std::chrono::minutes age) {
 
 class WindowsTest : public testing::Test {
 protected:
+    explicit WindowsTest(bool signIn = true)
+        : session(signIn) {}
+
     void TearDown() override {
         if (HasFailure()) {
             screenshot().save(QStringLiteral("windows-failure.png"));
@@ -81,6 +86,28 @@ protected:
     Tray tray;
     DictationSession session;
     Pointer pointer;
+};
+
+class FirstStartTest : public WindowsTest {
+protected:
+    FirstStartTest()
+        : WindowsTest(false) {}
+
+    /// Waits until the field holds the dictation of that number, and that is what was said.
+    [[nodiscard]] bool wasDictatedInto(const QString& field, std::size_t count) const {
+        const std::optional<HistoryItem> item = session.dictation(count);
+        return item && 2 * DictationSession::wordsHeard(item->cleanedText) >= DictationSession::wordsSpoken &&
+               waitUntil([&] {
+                   const QList<AccessibleObject> objects = accessibleObjects(applicationName);
+                   return std::ranges::any_of(objects, [&](const AccessibleObject& each) {
+                       return each.name == field && each.text == item->cleanedText;
+                   });
+               });
+    }
+    static bool isOnboarded() {
+        UserDefaults defaults(defaultsPath());
+        return AppSettings(defaults).hasOnboarded();
+    }
 };
 
 } // namespace
@@ -209,4 +236,57 @@ TEST_F(WindowsTest, EveryControl_HasANameAndARoleForAssistiveTechnology) {
     EXPECT_EQ(QProcess::execute(QStringLiteral(VELMORA_PROGRAM), QStringList()), 0);
     ASSERT_TRUE(shows(QStringLiteral("Транскрипции")));
     expectNamed(8);
+}
+
+TEST_F(FirstStartTest, ByKeyboardAlone_LeadsThroughTheSignInToTwoDictationsInItsOwnFields) {
+    ASSERT_TRUE(shows(QStringLiteral("ШАГ 1 ИЗ 5")));
+    ASSERT_TRUE(hasFocus());
+    press({QStringLiteral("Return")});
+    ASSERT_TRUE(shows(QStringLiteral("ШАГ 2 ИЗ 5")));
+    press({QStringLiteral("Return")});
+    const QString callback = createAccount(session.openedPage(), QStringLiteral("me@example.org"),
+                                           QStringLiteral("correct horse"));
+    EXPECT_TRUE(shows(QStringLiteral("Ждём подтверждения в браузере…")));
+    const auto browser = TargetApplication::mousepad(); // in place of one: it lies over the window
+    ASSERT_TRUE(browser->isReady());
+    EXPECT_EQ(DictationSession::velmora(callback), 0);
+    ASSERT_TRUE(shows(QStringLiteral("ШАГ 3 ИЗ 5")));
+    EXPECT_TRUE(waitUntil([] { return activeTitle() == applicationName; }));
+    press({QStringLiteral("Return")});
+
+    const QString first = QStringLiteral("Текст появится здесь после диктовки…");
+    ASSERT_TRUE(shows(first));
+    session.dictateHolding();
+    ASSERT_TRUE(wasDictatedInto(first, 1));
+    press({QStringLiteral("Return")});
+
+    const QString second = QStringLiteral("Текст появится здесь…");
+    ASSERT_TRUE(shows(second));
+    ASSERT_TRUE(DictationSession::isQuiet());
+    session.keyboard().tap(key::rightControl);
+    session.keyboard().tap(key::rightControl);
+    ASSERT_TRUE(DictationSession::isRecording());
+    session.speak();
+    session.keyboard().tap(key::rightControl);
+    ASSERT_TRUE(wasDictatedInto(second, 2));
+    EXPECT_FALSE(isOnboarded());
+    press({QStringLiteral("Return")});
+    EXPECT_TRUE(waitUntil([] { return !taskBar().contains(applicationName); }));
+    EXPECT_TRUE(isOnboarded());
+    EXPECT_TRUE(session.application().isRunning());
+}
+
+TEST_F(FirstStartTest, ProgramEndsInTheMiddle_ResumesThere) {
+    ASSERT_TRUE(shows(QStringLiteral("ШАГ 1 ИЗ 5")));
+    ASSERT_TRUE(hasFocus());
+    press({QStringLiteral("Return")});
+    ASSERT_TRUE(shows(QStringLiteral("ШАГ 2 ИЗ 5")));
+    EXPECT_EQ(session.application().terminate(), 0);
+    EXPECT_FALSE(isOnboarded());
+    session.restartApplication();
+    EXPECT_TRUE(shows(QStringLiteral("ШАГ 2 ИЗ 5")));
+    ASSERT_TRUE(hasFocus());
+    press({QStringLiteral("ctrl+w")});
+    EXPECT_TRUE(waitUntil([] { return !taskBar().contains(applicationName); }));
+    EXPECT_TRUE(isOnboarded());
 }

@@ -37,6 +37,12 @@ protected:
         app.handleCommand(instance_command::OpenURL{url});
         loop.runPosted();
     }
+    /// Somebody who has been through the first run, and is signed in.
+    void becomeUser() {
+        defaults.set(QStringLiteral("velmora.migratedToSaaS"), true);
+        settings.setHasOnboarded(true);
+        authStore.save(QStringLiteral("a"), QStringLiteral("r"));
+    }
     [[nodiscard]] bool isRecording() const {
         return std::holds_alternative<pipeline_state::Recording>(app.pipeline().state());
     }
@@ -270,12 +276,14 @@ TEST_F(AppDelegateTest, LegacyMigration_ClearsOnceWhatTheFormerVersionLeft) {
     EXPECT_TRUE(settings.hasOnboarded());
 }
 
-TEST_F(AppDelegateTest, Launch_ShowsTheIconAndNoWindow) {
+TEST_F(AppDelegateTest, Launch_OnboardedAndSignedIn_ShowsTheIconAndNoWindow) {
+    becomeUser();
     app.applicationDidFinishLaunching();
     loop.runPosted();
     EXPECT_GT(statusItem.imagesSet, 0);
     EXPECT_EQ(windows.hudsMade, 0);
-    EXPECT_EQ(windows.mainWindowsMade, 0);
+    EXPECT_EQ(windows.mainWindow.made, 0);
+    EXPECT_EQ(windows.onboarding.made, 0);
     EXPECT_FALSE(engineOfViews.isMade());
 }
 
@@ -362,35 +370,164 @@ TEST_F(AppDelegateTest, OpenMain_WithATab_ShowsTheSettingsThere) {
 TEST_F(AppDelegateTest, OpenMainTwice_IsOneWindowBroughtToTheFront) {
     app.openMain({}, true);
     app.openMain({}, true);
-    EXPECT_EQ(windows.mainWindowsMade, 1);
-    EXPECT_EQ(windows.mainWindowFronts, 2);
+    EXPECT_EQ(windows.mainWindow.made, 1);
+    EXPECT_EQ(windows.mainWindow.fronts, 2);
 }
 
 TEST_F(AppDelegateTest, MainWindowClosed_IsDroppedAndMadeAnewNextTime) {
     app.openMain({}, true);
-    windows.mainWindow->windowWillClose();
-    EXPECT_EQ(windows.mainWindowsOpen, 1) << "it is still at work when it says so";
+    windows.mainWindow.close();
+    EXPECT_EQ(windows.mainWindow.open, 1) << "it is still at work when it says so";
     loop.runPosted();
-    EXPECT_EQ(windows.mainWindowsOpen, 0);
+    EXPECT_EQ(windows.mainWindow.open, 0);
     app.openMain({}, true);
-    EXPECT_EQ(windows.mainWindowsMade, 2);
+    EXPECT_EQ(windows.mainWindow.made, 2);
 }
 
 TEST_F(AppDelegateTest, MainWindowOpenedAgainWhileItCloses_IsANewOneThatStays) {
     app.openMain({}, true);
-    windows.mainWindow->windowWillClose();
+    windows.mainWindow.close();
     app.openMain({}, true);
     loop.runPosted();
-    EXPECT_EQ(windows.mainWindowsMade, 2);
-    EXPECT_EQ(windows.mainWindowsOpen, 1);
+    EXPECT_EQ(windows.mainWindow.made, 2);
+    EXPECT_EQ(windows.mainWindow.open, 1);
 }
 
 TEST_F(AppDelegateTest, SecondStart_OpensTheMainWindowWithWhatItShowedLast) {
+    becomeUser();
     app.applicationDidFinishLaunching();
     navigator.openMeetings();
     app.handleCommand(instance_command::Activate{});
-    EXPECT_EQ(windows.mainWindowsOpen, 1);
+    EXPECT_EQ(windows.mainWindow.open, 1);
     EXPECT_EQ(navigator.screen(), MainScreen::Meetings);
+}
+
+TEST_F(AppDelegateTest, Launch_FirstStart_OpensOnboarding) {
+    app.applicationDidFinishLaunching();
+    EXPECT_EQ(windows.onboarding.open, 1);
+    EXPECT_EQ(windows.onboarding.fronts, 1);
+    EXPECT_EQ(windows.mainWindow.made, 0);
+}
+
+TEST_F(AppDelegateTest, Launch_FromAFormerVersion_OpensOnboardingThoughItWasOnboarded) {
+    settings.setHasOnboarded(true);
+    authStore.save(QStringLiteral("a"), QStringLiteral("r"));
+    app.applicationDidFinishLaunching();
+    EXPECT_EQ(windows.onboarding.open, 1);
+}
+
+TEST_F(AppDelegateTest, Launch_OnboardedButSignedOut_OpensOnboarding) {
+    becomeUser();
+    authStore.clear();
+    app.applicationDidFinishLaunching();
+    EXPECT_EQ(windows.onboarding.open, 1);
+    EXPECT_TRUE(settings.hasOnboarded());
+}
+
+TEST_F(AppDelegateTest, Launch_SignedInButNotOnboarded_OpensOnboarding) {
+    becomeUser();
+    settings.setHasOnboarded(false);
+    app.applicationDidFinishLaunching();
+    EXPECT_EQ(windows.onboarding.open, 1);
+}
+
+TEST_F(AppDelegateTest, OnboardingClosedBeforeItsEnd_CountsAsFinished) {
+    app.applicationDidFinishLaunching();
+    defaults.set(QStringLiteral("onboardingStep"), qint64(3));
+    EXPECT_FALSE(settings.hasOnboarded());
+    windows.onboarding.close();
+    EXPECT_TRUE(settings.hasOnboarded());
+    EXPECT_EQ(windows.onboarding.open, 1) << "it is still at work when it says so";
+    loop.runPosted();
+    EXPECT_EQ(windows.onboarding.open, 0);
+    EXPECT_EQ(defaults.integer(QStringLiteral("onboardingStep")), 3);
+}
+
+TEST_F(AppDelegateTest, OnboardingClosed_TheNextStartShowsItOnlyToWhoIsntSignedIn) {
+    app.applicationDidFinishLaunching();
+    windows.onboarding.close();
+    loop.runPosted();
+    authStore.save(QStringLiteral("a"), QStringLiteral("r"));
+    app.applicationDidFinishLaunching();
+    EXPECT_EQ(windows.onboarding.made, 1);
+    authStore.clear();
+    app.applicationDidFinishLaunching();
+    EXPECT_EQ(windows.onboarding.made, 2);
+}
+
+TEST_F(AppDelegateTest, OnlyTheOnboardingWindowClosed_CountsAsFinished) {
+    app.applicationDidFinishLaunching();
+    app.openMain({});
+    windows.mainWindow.close();
+    loop.runPosted();
+    EXPECT_FALSE(settings.hasOnboarded());
+    EXPECT_EQ(windows.onboarding.open, 1);
+}
+
+TEST_F(AppDelegateTest, MainWindowBesideOnboarding_EachStaysUntilItIsClosedItself) {
+    app.applicationDidFinishLaunching();
+    app.openMain({}, true);
+    EXPECT_EQ(windows.onboarding.open, 1);
+    EXPECT_EQ(windows.mainWindow.open, 1);
+    windows.onboarding.close();
+    loop.runPosted();
+    EXPECT_EQ(windows.onboarding.open, 0);
+    EXPECT_EQ(windows.mainWindow.open, 1);
+}
+
+TEST_F(AppDelegateTest, ShowOnboardingWhileItIsOpen_BringsItToTheFront) {
+    app.applicationDidFinishLaunching();
+    app.showOnboarding(false);
+    EXPECT_EQ(windows.onboarding.made, 1);
+    EXPECT_EQ(windows.onboarding.fronts, 2);
+}
+
+TEST_F(AppDelegateTest, OnboardingForcedToRestart_IsANewWindowFromTheFirstStep) {
+    becomeUser();
+    defaults.set(QStringLiteral("onboardingStep"), qint64(5));
+    app.showOnboarding(true);
+    EXPECT_FALSE(settings.hasOnboarded());
+    EXPECT_FALSE(defaults.contains(QStringLiteral("onboardingStep")));
+    app.showOnboarding(true);
+    EXPECT_EQ(windows.onboarding.made, 2);
+    EXPECT_EQ(windows.onboarding.open, 1);
+    EXPECT_FALSE(settings.hasOnboarded()) << "the old window was not closed by the user";
+}
+
+TEST_F(AppDelegateTest, SecondStartWhileOnboardingIsOpen_BringsThatToTheFront) {
+    app.applicationDidFinishLaunching();
+    app.handleCommand(instance_command::Activate{});
+    EXPECT_EQ(windows.onboarding.fronts, 2);
+    EXPECT_EQ(windows.mainWindow.made, 0);
+    windows.onboarding.close();
+    app.handleCommand(instance_command::Activate{});
+    EXPECT_EQ(windows.mainWindow.open, 1);
+}
+
+TEST_F(AppDelegateTest, SignInArrivesWhileOnboardingIsOpen_BringsItToTheFront) {
+    app.applicationDidFinishLaunching();
+    open(QStringLiteral("velmora://auth?token=t&refresh=r&state=forged"));
+    EXPECT_EQ(windows.onboarding.fronts, 1);
+    open(QStringLiteral("velmora://auth?token=t&refresh=r&state=") + authStore.issuePendingAuthState());
+    EXPECT_EQ(windows.onboarding.fronts, 2);
+}
+
+TEST_F(AppDelegateTest, SignInArrivesWithoutOnboarding_OpensNoWindow) {
+    becomeUser();
+    app.applicationDidFinishLaunching();
+    open(QStringLiteral("velmora://auth?token=t&refresh=r&state=") + authStore.issuePendingAuthState());
+    EXPECT_EQ(windows.onboarding.made, 0);
+    EXPECT_EQ(windows.mainWindow.made, 0);
+}
+
+TEST_F(AppDelegateTest, TestRecordingFromOnboarding_IsTheSameDictationOfThreeSeconds) {
+    app.applicationDidFinishLaunching();
+    windows.recordFromOnboarding();
+    EXPECT_TRUE(isRecording());
+    loop.advance(2999ms);
+    EXPECT_TRUE(isRecording());
+    loop.advance(151ms);
+    EXPECT_EQ(server.requests.size(), 1);
 }
 
 TEST_F(AppDelegateTest, TestRecording_IsADictationOfThreeSeconds) {
@@ -409,7 +546,7 @@ TEST_F(AppDelegateTest, DismissModalUIThen_ClosesSettingsAndWindowAndCallsBackAM
     bool called = false;
     app.dismissModalUIThen([&] { called = true; });
     EXPECT_FALSE(navigator.showSettingsSheet());
-    EXPECT_EQ(windows.mainWindowsOpen, 0);
+    EXPECT_EQ(windows.mainWindow.open, 0);
     loop.advance(449ms);
     EXPECT_FALSE(called);
     loop.advance(1ms);
