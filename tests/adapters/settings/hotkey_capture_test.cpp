@@ -45,6 +45,7 @@ protected:
                                   .nav = stage.nav,
                                   .perms = stage.perms,
                                   .settings = settings,
+                                  .defaults = defaults,
                                   .authStore = auth,
                                   .authSession = stage.session,
                                   .workspace = workspace,

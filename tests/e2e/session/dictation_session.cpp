@@ -133,8 +133,8 @@ bool DictationSession::isQuiet() {
 }
 
 void DictationSession::speak(const QString& feed) {
-    QProcess::execute(QStringLiteral("paplay"), {QStringLiteral("--device=") + feed,
-                                                 m_folder.filePath(QStringLiteral("voice.wav"))});
+    QProcess::execute(QStringLiteral("paplay"),
+                      {QStringLiteral("--device=") + feed, m_folder.filePath(QStringLiteral("voice.wav"))});
 }
 
 void DictationSession::dictateHolding() {

@@ -7,6 +7,9 @@
 #include <QRegularExpression>
 #include <QUrlQuery>
 
+#include <pwd.h>
+#include <unistd.h>
+
 namespace velmora::test {
 namespace {
 
@@ -40,6 +43,13 @@ QString createAccount(const QString& url, const QString& email, const QString& p
     QString link =
         QRegularExpression(QStringLiteral(R"re(href="(velmora:[^"]*)")re")).match(answer).captured(1);
     return link.replace(QLatin1String("&amp;"), QLatin1String("&"));
+}
+
+QString continueAsOwnUser() {
+    const passwd* entry = getpwuid(getuid());
+    const QString fullName = QString::fromUtf8(entry->pw_gecos).section(QLatin1Char(','), 0, 0);
+    return QStringLiteral("Продолжить как ") +
+           (fullName.isEmpty() ? QString::fromUtf8(entry->pw_name) : fullName);
 }
 
 } // namespace velmora::test

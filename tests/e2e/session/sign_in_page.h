@@ -8,4 +8,7 @@ namespace velmora::test {
 /// to which the page then leads; empty when it leads nowhere.
 [[nodiscard]] QString createAccount(const QString& url, const QString& email, const QString& password);
 
+/// The button that the page offers to the user of this machine.
+[[nodiscard]] QString continueAsOwnUser();
+
 } // namespace velmora::test

@@ -1,5 +1,7 @@
 #include "e2e/session/user_hand.h"
 
+#include "e2e/session/dictation_session.h"
+#include "support/desktop/pointer.h"
 #include "support/desktop/wait_until.h"
 
 #include <QProcess>
@@ -46,6 +48,27 @@ bool hides(const QString& name) {
         return complete &&
                std::ranges::none_of(objects, [&](const AccessibleObject& each) { return each.name == name; });
     });
+}
+
+bool click(const QString& name) {
+    const std::optional<AccessibleObject> target = waitForAccessible(applicationName, name);
+    if (target)
+        Pointer().click(target->extents.center());
+    return target.has_value();
+}
+
+bool holds(const QString& field, const QString& text) {
+    return waitUntil([&] {
+        const QList<AccessibleObject> objects = accessibleObjects(applicationName);
+        return std::ranges::any_of(
+            objects, [&](const AccessibleObject& each) { return each.name == field && each.text == text; });
+    });
+}
+
+bool wasDictatedInto(const DictationSession& session, const QString& field, std::size_t number) {
+    const std::optional<HistoryItem> item = session.dictation(number);
+    return item && 2 * DictationSession::wordsHeard(item->cleanedText) >= DictationSession::wordsSpoken &&
+           holds(field, item->cleanedText);
 }
 
 } // namespace velmora::test

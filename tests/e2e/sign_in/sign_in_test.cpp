@@ -1,4 +1,5 @@
 #include "e2e/session/dictation_session.h"
+#include "e2e/session/sign_in_page.h"
 #include "e2e/session/user_hand.h"
 #include "support/desktop/browser.h"
 #include "support/desktop/tray.h"
@@ -11,13 +12,6 @@ using namespace velmora;
 using namespace velmora::test;
 
 namespace {
-
-/// As the page names the user of this machine.
-QString ownName() {
-    const passwd* entry = getpwuid(getuid());
-    const QString fullName = QString::fromUtf8(entry->pw_gecos).section(QLatin1Char(','), 0, 0);
-    return fullName.isEmpty() ? QString::fromUtf8(entry->pw_name) : fullName;
-}
 
 QString ownEmail() {
     return QString::fromUtf8(getpwuid(getuid())->pw_name) + QStringLiteral("@localhost");
@@ -64,7 +58,7 @@ protected:
 } // namespace
 
 TEST_F(SignInTest, LocalUserContinues_ApplicationIsSignedIn) {
-    ASSERT_TRUE(browser.click(QStringLiteral("Продолжить как ") + ownName()));
+    ASSERT_TRUE(browser.click(continueAsOwnUser()));
     ASSERT_TRUE(browser.allowLink());
     expectSignedInAs(ownEmail());
 }
@@ -75,7 +69,7 @@ TEST_F(SignInTest, AccountCreatedInTheForm_ApplicationIsSignedIn) {
 }
 
 TEST_F(SignInTest, LinkDeclinedAtFirst_ButtonOfThePageOpensTheApplication) {
-    ASSERT_TRUE(browser.click(QStringLiteral("Продолжить как ") + ownName()));
+    ASSERT_TRUE(browser.click(continueAsOwnUser()));
     ASSERT_TRUE(browser.declineLink());
     EXPECT_EQ(session.storedTokens(), QByteArray());
     ASSERT_TRUE(browser.click(QStringLiteral("Открыть Velmora")));

@@ -93,17 +93,6 @@ protected:
     FirstStartTest()
         : WindowsTest(false) {}
 
-    /// Waits until the field holds the dictation of that number, and that is what was said.
-    [[nodiscard]] bool wasDictatedInto(const QString& field, std::size_t count) const {
-        const std::optional<HistoryItem> item = session.dictation(count);
-        return item && 2 * DictationSession::wordsHeard(item->cleanedText) >= DictationSession::wordsSpoken &&
-               waitUntil([&] {
-                   const QList<AccessibleObject> objects = accessibleObjects(applicationName);
-                   return std::ranges::any_of(objects, [&](const AccessibleObject& each) {
-                       return each.name == field && each.text == item->cleanedText;
-                   });
-               });
-    }
     static bool isOnboarded() {
         UserDefaults defaults(defaultsPath());
         return AppSettings(defaults).hasOnboarded();
@@ -257,7 +246,7 @@ TEST_F(FirstStartTest, ByKeyboardAlone_LeadsThroughTheSignInToTwoDictationsInIts
     const QString first = QStringLiteral("Текст появится здесь после диктовки…");
     ASSERT_TRUE(shows(first));
     session.dictateHolding();
-    ASSERT_TRUE(wasDictatedInto(first, 1));
+    ASSERT_TRUE(wasDictatedInto(session, first, 1));
     press({QStringLiteral("Return")});
 
     const QString second = QStringLiteral("Текст появится здесь…");
@@ -268,7 +257,7 @@ TEST_F(FirstStartTest, ByKeyboardAlone_LeadsThroughTheSignInToTwoDictationsInIts
     ASSERT_TRUE(DictationSession::isRecording());
     session.speak();
     session.keyboard().tap(key::rightControl);
-    ASSERT_TRUE(wasDictatedInto(second, 2));
+    ASSERT_TRUE(wasDictatedInto(session, second, 2));
     EXPECT_FALSE(isOnboarded());
     press({QStringLiteral("Return")});
     EXPECT_TRUE(waitUntil([] { return !taskBar().contains(applicationName); }));
