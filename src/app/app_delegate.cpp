@@ -214,7 +214,11 @@ void AppDelegate::showOnboarding(bool forceRestart) {
 
 // The window is still at work when it says so, and goes a turn later; the next one to be opened is another.
 void AppDelegate::windowWillClose(std::shared_ptr<AppWindow>& window) {
-    m_loop.post([closing = std::exchange(window, nullptr)] {});
+    m_closingWindows.push_back(std::exchange(window, nullptr));
+    m_loop.post([self = QPointer(this)] {
+        if (self)
+            self->m_closingWindows.clear();
+    });
 }
 
 void AppDelegate::startTestRecording() {

@@ -112,6 +112,7 @@ private:
     std::unique_ptr<HudPanel> m_hud;         // only while it is visible
     std::shared_ptr<AppWindow> m_mainWindow; // the windows: only while they are open
     std::shared_ptr<AppWindow> m_onboardingWindow;
+    std::vector<std::shared_ptr<AppWindow>> m_closingWindows; // for a turn of the loop
     Timer m_hotkeyRetryTimer;
     Timer m_prewarmTimer;
     TaskScope m_tasks;

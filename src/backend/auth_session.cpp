@@ -149,12 +149,15 @@ Task<> AuthSession::refreshMe() {
     if (!isLoggedIn())
         co_return;
     const std::stop_token gone = m_scope.token();
+    const quint64 logouts = m_logouts;
     setLoading(true);
     try {
         MeResponse me = co_await authedRequest<MeResponse>(QStringLiteral("/v1/auth/me"));
         requireAlive(gone);
-        setUser(std::move(me.user));
-        setPreferences(std::move(me.preferences));
+        if (m_logouts == logouts) {
+            setUser(std::move(me.user));
+            setPreferences(std::move(me.preferences));
+        }
     } catch (...) {
         // The old values stay.
     }
@@ -165,9 +168,8 @@ Task<> AuthSession::refreshMe() {
 void AuthSession::patchPreferences(const PreferencesPatch& patch) {
     setPreferences(patch.appliedTo(m_preferences.value_or(BackendPreferences())));
     m_accumulatedPatch.merge(patch);
-    m_pendingPatchTask = m_loop.after(patchPause, [this] {
-        m_scope.start(QStringLiteral("preferences"), sendAccumulatedPatch());
-    });
+    m_pendingPatchTask = m_loop.after(
+        patchPause, [this] { m_scope.start(QStringLiteral("preferences"), sendAccumulatedPatch()); });
 }
 
 Task<> AuthSession::sendAccumulatedPatch() {
@@ -176,10 +178,12 @@ Task<> AuthSession::sendAccumulatedPatch() {
 
 Task<BackendPreferences> AuthSession::updatePreferences(PreferencesPatch patch) {
     const std::stop_token gone = m_scope.token();
+    const quint64 logouts = m_logouts;
     BackendPreferences preferences = co_await authedRequest<BackendPreferences>(
         QStringLiteral("/v1/me/preferences"), "PATCH", backendCoder.encode(patch), "application/json");
     requireAlive(gone);
-    setPreferences(preferences);
+    if (m_logouts == logouts)
+        setPreferences(preferences);
     co_return preferences;
 }
 
@@ -196,6 +200,7 @@ Task<> AuthSession::logout() {
     }
     if (gone.stop_requested())
         co_return;
+    ++m_logouts;
     m_store.clear();
     setUser(std::nullopt);
     setPreferences(std::nullopt);

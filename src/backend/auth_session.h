@@ -91,6 +91,7 @@ private:
     std::optional<BackendPreferences> m_preferences;
     bool m_isLoading = false;
     std::shared_ptr<Task<>> m_refreshTask; // the one rotation in flight
+    quint64 m_logouts = 0;                 // what was asked before one isn't news any more
     PreferencesPatch m_accumulatedPatch;   // not sent yet
     Timer m_pendingPatchTask;              // the pause after a change
     TaskScope m_scope;                     // last: requests in flight end before the rest goes

@@ -1,10 +1,15 @@
 #pragma once
 
+#include "core/app_settings.h"
 #include "platform/fn_stand_in.h"
+
+#include <array>
 
 namespace velmora {
 
-class AppSettings;
+/// The signals after which the hotkey may be called something else.
+inline constexpr std::array hotkeyLabelChanges{
+    &AppSettings::hotkeyChanged, &AppSettings::hotkeyCustomLabelChanged, &AppSettings::fnStandInChanged};
 
 /// What the window calls the hotkey: "Fn", "Right ⌥", "Right ⌘" or the label of a custom one.
 [[nodiscard]] QString hotkeyLabel(const AppSettings& settings);

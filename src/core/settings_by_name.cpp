@@ -5,9 +5,12 @@
 #include <QLocale>
 
 #include <cmath>
+#include <limits>
 
 namespace velmora {
 namespace {
+
+constexpr qint64 largestKeyCode = std::numeric_limits<int>::max();
 
 QMetaProperty propertyNamed(const QString& key) {
     const QMetaObject& type = AppSettings::staticMetaObject;
@@ -36,6 +39,8 @@ QVariant integerFrom(const WrittenSetting& setting) {
     // Bits can't be negative; who reads them takes that for the program's own mistake and stops.
     if (number < 0 && setting.key == QLatin1String("hotkeyCustomMask"))
         refuse(setting, "a whole number from 0 on");
+    if (setting.key == QLatin1String("hotkeyCustomKeyCode") && (number < -1 || number > largestKeyCode))
+        refuse(setting, "the code of a key, or -1");
     return number;
 }
 

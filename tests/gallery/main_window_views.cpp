@@ -23,7 +23,7 @@ public:
     WindowStage(GalleryWorld& world, const std::set<PrivacyRight>& granted)
         : QObject(world.stage())
         , m_settings(world.loop, world.defaults, world.settings, world.auth, world.workspace, m_info)
-        , m_model({.store = world.history, .pasteboard = world.desktop, .settings = m_settings.neighbours}) {
+        , m_model({.store = world.history, .pasteboard = world.desktop, .shared = m_settings.neighbours}) {
         m_settings.rights.granted = granted;
         m_settings.perms.refresh();
     }

@@ -14,7 +14,7 @@ namespace velmora::test {
 struct MainWindowStage : HistoryStage {
     [[nodiscard]] MainWindow& openWindow() {
         window = std::make_unique<MainWindow>(MainWindow::Neighbours{
-            engine, loop, {.store = store, .pasteboard = desktop, .settings = stage.neighbours}});
+            engine, loop, {.store = store, .pasteboard = desktop, .shared = stage.neighbours}});
         window->open();
         return *window;
     }

@@ -13,6 +13,12 @@ T.AbstractButton {
     property int tooltipDelay: 600
     readonly property VToolTip shownTip: tip.item as VToolTip
 
+    // Not again while the key is held.
+    function press(event) {
+        if (!event.isAutoRepeat)
+            clicked();
+    }
+
     implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     hoverEnabled: true
@@ -20,8 +26,8 @@ T.AbstractButton {
 
     Accessible.name: text
     Accessible.onPressAction: if (enabled) clicked()
-    Keys.onEnterPressed: button.clicked()
-    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: (event) => press(event)
+    Keys.onReturnPressed: (event) => press(event)
 
     background: VWash {
         dark: button.dark

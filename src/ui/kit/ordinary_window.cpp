@@ -12,7 +12,7 @@
 namespace velmora {
 namespace {
 
-constexpr auto permsInterval = std::chrono::seconds(2);
+constexpr auto refreshInterval = std::chrono::seconds(2);
 
 } // namespace
 
@@ -23,6 +23,7 @@ OrdinaryWindow::OrdinaryWindow(UiEngine& engine, MainLoop& loop, const WindowSiz
     setTitle(QStringLiteral("Velmora"));
     setResizeMode(SizeRootObjectToView);
     followColours();
+    QCoreApplication::instance()->installEventFilter(this);
     connect(&VTheme::shared(), &VTheme::changed, this, &OrdinaryWindow::followColours);
     connect(this, &QWindow::activeChanged, this, [this] {
         if (isActive())
@@ -43,7 +44,7 @@ void OrdinaryWindow::setView(const QUrl& view, QObject& model) {
 void OrdinaryWindow::open() {
     if (!isVisible()) {
         refresh();
-        m_permsTimer = m_loop.every(permsInterval, [this] {
+        m_refreshTimer = m_loop.every(refreshInterval, [this] {
             if (isExposed()) // not while it is minimised
                 refresh();
         });
@@ -61,10 +62,18 @@ bool OrdinaryWindow::event(QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseMove)
         followPointer(*static_cast<QMouseEvent*>(event));
     if (event->type() == QEvent::Close && event->isAccepted()) {
-        m_permsTimer.invalidate();
-        Q_EMIT closed();
+        m_refreshTimer.invalidate();
+        if (!m_programEnds)
+            Q_EMIT closed();
     }
     return handled;
+}
+
+// A program that ends may close its windows first.
+bool OrdinaryWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Quit)
+        m_programEnds = true;
+    return QQuickView::eventFilter(watched, event);
 }
 
 // The window moves with the background under the pointer. The desktop keeps the release to itself then, which

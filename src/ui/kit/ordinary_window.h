@@ -24,7 +24,7 @@ public:
     void open();
 
 Q_SIGNALS:
-    /// The user or the desktop has closed it.
+    /// The user or the desktop has closed it. The end of the program doesn't count.
     void closed();
 
 protected:
@@ -36,6 +36,7 @@ protected:
     virtual void refresh() = 0;
 
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void followPointer(const QMouseEvent& event);
@@ -44,8 +45,9 @@ private:
 
     MainLoop& m_loop;
     const WindowSizes m_sizes;
-    Timer m_permsTimer;
+    Timer m_refreshTimer;
     std::optional<QPointF> m_backgroundPress; // where nothing else took it
+    bool m_programEnds = false;
 };
 
 } // namespace velmora

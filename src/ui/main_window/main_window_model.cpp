@@ -6,14 +6,13 @@ namespace velmora {
 
 MainWindowModel::MainWindowModel(const Neighbours& neighbours, QObject* parent)
     : QObject(parent)
-    , m_nav(neighbours.settings.nav)
-    , m_perms(neighbours.settings.perms)
-    , m_settings(neighbours.settings.settings)
-    , m_sidebar(m_perms, neighbours.settings.authStore, neighbours.settings.authSession)
-    , m_history(neighbours.store, neighbours.settings.loop, neighbours.pasteboard)
-    , m_settingsSheet(neighbours.settings) {
-    for (const auto changed : {&AppSettings::hotkeyChanged, &AppSettings::hotkeyCustomLabelChanged,
-                               &AppSettings::fnStandInChanged})
+    , m_nav(neighbours.shared.nav)
+    , m_perms(neighbours.shared.perms)
+    , m_settings(neighbours.shared.settings)
+    , m_sidebar(m_perms, neighbours.shared.authStore, neighbours.shared.authSession)
+    , m_history(neighbours.store, neighbours.shared.loop, neighbours.pasteboard)
+    , m_settingsSheet(neighbours.shared) {
+    for (const auto changed : hotkeyLabelChanges)
         connect(&m_settings, changed, this, &MainWindowModel::hotkeyChanged);
 }
 

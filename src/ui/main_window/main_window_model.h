@@ -1,10 +1,10 @@
 #pragma once
 
 #include "core/hotkey_label.h"
-#include "ui/navigation/app_navigator.h"
 #include "ui/main_window/history_source.h"
-#include "ui/settings/settings_sheet_model.h"
 #include "ui/main_window/sidebar_model.h"
+#include "ui/navigation/app_navigator.h"
+#include "ui/settings/settings_sheet_model.h"
 
 namespace velmora {
 
@@ -27,7 +27,7 @@ public:
     struct Neighbours {
         HistoryStore& store;
         Pasteboard& pasteboard;
-        SettingsNeighbours settings; ///< the rest; the window has no others than the settings
+        SettingsNeighbours shared; ///< with the settings
     };
 
     explicit MainWindowModel(const Neighbours& neighbours, QObject* parent = nullptr);

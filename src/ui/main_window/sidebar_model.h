@@ -1,7 +1,7 @@
 #pragma once
 
+#include "backend/account_refresh.h"
 #include "core/permission_manager.h"
-#include "ui/settings/account_refresh.h"
 
 #include <QtQml/qqmlregistration.h>
 

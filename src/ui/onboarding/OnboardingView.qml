@@ -13,8 +13,14 @@ FocusScope {
 
     focus: true
 
-    Keys.onReturnPressed: view.model.proceed()
-    Keys.onEnterPressed: view.model.proceed()
+    Keys.onReturnPressed: (event) => proceed(event)
+    Keys.onEnterPressed: (event) => proceed(event)
+
+    // A step each time the key goes down, not while it is held.
+    function proceed(event) {
+        if (!event.isAutoRepeat)
+            model.proceed();
+    }
 
     Rectangle {
         anchors.fill: parent

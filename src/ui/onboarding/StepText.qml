@@ -10,8 +10,6 @@ Column {
     property string text
     property bool dark: VTheme.dark
     property bool centred: false
-    /// How the title is cut where it is too long.
-    property int elide: Text.ElideNone
 
     readonly property VTheme theme: VTheme.scheme(dark)
     readonly property int alignment: centred ? Text.AlignHCenter : Text.AlignLeft
@@ -33,7 +31,6 @@ Column {
         textFormat: Text.PlainText
         dark: root.dark
         font: VFont.display(27, VFont.Bold)
-        elide: root.elide
         horizontalAlignment: root.alignment
         lineHeight: 1.08
         wrapMode: root.elide === Text.ElideNone ? Text.Wrap : Text.NoWrap

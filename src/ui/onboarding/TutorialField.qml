@@ -75,7 +75,8 @@ FocusScope {
             Keys.onPressed: (event) => {
                 const enter = event.key === Qt.Key_Return || event.key === Qt.Key_Enter;
                 if (enter && !(event.modifiers & Qt.ShiftModifier)) {
-                    root.accepted();
+                    if (!event.isAutoRepeat)
+                        root.accepted();
                     event.accepted = true;
                 } else if (event.key === Qt.Key_Tab || event.key === Qt.Key_Backtab) {
                     const reason = event.key === Qt.Key_Tab ? Qt.TabFocusReason : Qt.BacktabFocusReason;

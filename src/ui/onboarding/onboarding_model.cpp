@@ -93,8 +93,8 @@ void OnboardingModel::setOnScreen(bool onScreen) {
 
 void OnboardingModel::refresh() {
     m_perms.refresh();
-    if (isLoggedIn() && !m_authSession.user() && !m_authSession.isLoading())
-        m_tasks.start(QStringLiteral("account"), m_authSession.refreshMe());
+    if (!m_authSession.user())
+        m_accountRefresh.start();
     correctStep();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backend/account_refresh.h"
 #include "foundation/date.h"
 #include "ui/onboarding/onboarding_neighbours.h"
 #include "ui/onboarding/tutorial_model.h"
@@ -109,7 +110,7 @@ private:
     TutorialModel m_tutorial;
     QString m_tutorial1Text;
     QString m_tutorial2Text;
-    TaskScope m_tasks;
+    AccountRefresh m_accountRefresh{m_authSession};
 };
 
 } // namespace velmora

@@ -11,8 +11,7 @@ TutorialModel::TutorialModel(const AppSettings& settings, const PipelineCoordina
     , m_settings(settings)
     , m_pipeline(pipeline)
     , m_startTestRecording(std::move(startTestRecording)) {
-    for (const auto changed : {&AppSettings::hotkeyChanged, &AppSettings::hotkeyCustomLabelChanged,
-                               &AppSettings::fnStandInChanged})
+    for (const auto changed : hotkeyLabelChanges)
         connect(&settings, changed, this, &TutorialModel::keyChanged);
     connect(&pipeline, &PipelineCoordinator::stateChanged, this, &TutorialModel::follow);
 }

@@ -97,7 +97,7 @@ Column {
             options: block.model.quickChoices
             selected: block.model.chosen
             dark: block.dark
-            onPicked: (hotkey) => block.model.chosen = hotkey
+            onConfirmed: (hotkey) => block.model.chosen = hotkey
         }
     }
     VHairline {

@@ -22,8 +22,14 @@ bool AccountHeaderModel::signedIn() const {
 
 QString AccountHeaderModel::name() const {
     if (!signedIn())
-        return QStringLiteral("Не подключён");
+        return m_lacksBrowser ? QStringLiteral("Не удалось открыть браузер.")
+                              : QStringLiteral("Не подключён");
     return m_authSession.user() ? m_authSession.user()->email : QStringLiteral("Подключён");
+}
+
+void AccountHeaderModel::signIn() {
+    m_lacksBrowser = !m_signIn.openLoginURL();
+    Q_EMIT changed();
 }
 
 void AccountHeaderModel::appeared() {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "backend/account_refresh.h"
 #include "backend/sign_in.h"
-#include "ui/settings/account_refresh.h"
 #include "ui/settings/landing_site.h"
 #include "ui/settings/settings_neighbours.h"
 
@@ -29,7 +29,7 @@ public:
     /// The view has come up: reads the account if it isn't known.
     Q_INVOKABLE void appeared();
     /// Opens the sign-in page in the browser, which hands the user back.
-    Q_INVOKABLE void signIn() { m_signIn.openLoginURL(); }
+    Q_INVOKABLE void signIn();
     Q_INVOKABLE void openPage() { m_site.open(QStringLiteral("account")); }
 
 Q_SIGNALS:
@@ -41,6 +41,7 @@ private:
     SignIn m_signIn;
     LandingSite m_site;
     AccountRefresh m_refresh;
+    bool m_lacksBrowser = false;
 };
 
 } // namespace velmora

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/settings/account_refresh.h"
+#include "backend/account_refresh.h"
 #include "ui/settings/settings_neighbours.h"
 
 #include <QVariantList>

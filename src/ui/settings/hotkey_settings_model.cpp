@@ -3,11 +3,18 @@
 #include "core/app_settings.h"
 #include "core/hotkey_label.h"
 #include "core/hotkey_monitor.h"
+#include "core/permission_manager.h"
 
 #include <array>
 
 namespace velmora {
 namespace {
+
+// A screen can't be locked while the keyboard is taken, so a forgotten capture ends by itself.
+constexpr auto capturePatience = std::chrono::seconds(30);
+// The monitor hears of keys by a way of its own: what was captured has reached it by then, and counts for
+// nothing.
+constexpr auto resumptionPause = std::chrono::milliseconds(100);
 
 constexpr std::array quickHotkeys{QLatin1String("fn"), QLatin1String("ralt"), QLatin1String("rcmd")};
 constexpr QLatin1String custom("custom");
@@ -18,24 +25,34 @@ QVariantMap option(const QString& value, const QString& title) {
 
 } // namespace
 
-HotkeySettingsModel::HotkeySettingsModel(AppSettings& settings, HotkeyMonitor& monitor,
-                                         KeyEventMonitors& keys, QObject* parent)
+HotkeySettingsModel::HotkeySettingsModel(const SettingsNeighbours& neighbours, QObject* parent)
     : QObject(parent)
-    , m_settings(settings)
-    , m_monitor(monitor)
-    , m_recorder(keys) {
-    for (const auto changes : {&AppSettings::hotkeyChanged, &AppSettings::hotkeyCustomLabelChanged,
-                               &AppSettings::fnStandInChanged})
-        connect(&settings, changes, this, &HotkeySettingsModel::changed);
+    , m_loop(neighbours.loop)
+    , m_settings(neighbours.settings)
+    , m_perms(neighbours.perms)
+    , m_monitor(neighbours.hotkey)
+    , m_recorder(neighbours.keys) {
+    for (const auto changes : hotkeyLabelChanges)
+        connect(&m_settings, changes, this, &HotkeySettingsModel::changed);
     connect(&m_recorder, &HotkeyRecorder::needsModifierHintChanged, this, &HotkeySettingsModel::changed);
-    connect(&m_recorder, &HotkeyRecorder::isRecordingChanged, this, [this] {
-        m_monitor.setSuspended(m_recorder.isRecording());
-        Q_EMIT changed();
-    });
+    connect(&m_recorder, &HotkeyRecorder::isRecordingChanged, this, &HotkeySettingsModel::captureChanged);
 }
 
 HotkeySettingsModel::~HotkeySettingsModel() {
-    m_recorder.stop(); // which lets the monitor hear again
+    m_recorder.stop();
+    m_monitor.setSuspended(false);
+}
+
+void HotkeySettingsModel::captureChanged() {
+    if (m_recorder.isRecording()) {
+        m_resumption.invalidate();
+        m_monitor.setSuspended(true);
+        m_patience = m_loop.after(capturePatience, [this] { stopCapture(); });
+    } else {
+        m_patience.invalidate();
+        m_resumption = m_loop.after(resumptionPause, [this] { m_monitor.setSuspended(false); });
+    }
+    Q_EMIT changed();
 }
 
 QString HotkeySettingsModel::label() const {
@@ -47,6 +64,8 @@ QString HotkeySettingsModel::hint() const {
         return QStringLiteral("Добавьте модификатор (напр. ⌘) к букве или цифре…");
     if (isCapturing())
         return QStringLiteral("нажмите клавишу или сочетание, напр. ⌘P…");
+    if (m_isRefused && !m_perms.inputMonitoringGranted())
+        return QStringLiteral("В этом сеансе клавиши не видны, см. «Разрешения».");
     if (m_isRefused)
         return QStringLiteral("Клавиатуру сейчас держит другая программа. Попробуйте ещё раз.");
     return QStringLiteral("удерживайте, говорите, отпустите");

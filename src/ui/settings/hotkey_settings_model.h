@@ -1,14 +1,13 @@
 #pragma once
 
 #include "core/hotkey_recorder.h"
+#include "foundation/main_loop.h"
+#include "ui/settings/settings_neighbours.h"
 
 #include <QVariantList>
 #include <QtQml/qqmlregistration.h>
 
 namespace velmora {
-
-class AppSettings;
-class HotkeyMonitor;
 
 /// The dictation's hotkey: what it is, a few to choose from, and the capture of any other. While a capture
 /// runs, no key dictates.
@@ -35,8 +34,7 @@ class HotkeySettingsModel : public QObject {
     Q_PROPERTY(QString fnKey READ fnKey WRITE setFnKey NOTIFY changed)
 
 public:
-    HotkeySettingsModel(AppSettings& settings, HotkeyMonitor& monitor, KeyEventMonitors& keys,
-                        QObject* parent = nullptr);
+    explicit HotkeySettingsModel(const SettingsNeighbours& neighbours, QObject* parent = nullptr);
     ~HotkeySettingsModel() override;
 
     [[nodiscard]] QString label() const;
@@ -61,13 +59,18 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void captureChanged();
     void store(const CapturedHotkey& captured);
     void setRefused(bool refused);
 
+    MainLoop& m_loop;
     AppSettings& m_settings;
+    const PermissionManager& m_perms;
     HotkeyMonitor& m_monitor;
     HotkeyRecorder m_recorder;
     bool m_isRefused = false; // the keyboard, at the last attempt
+    Timer m_patience;         // with a capture that nobody ends
+    Timer m_resumption;       // of the monitor
 };
 
 } // namespace velmora

@@ -18,7 +18,7 @@ RecordingSettingsModel::RecordingSettingsModel(const SettingsNeighbours& neighbo
     , m_defaults(neighbours.defaults)
     , m_inputs(neighbours.inputs)
     , m_levelTest(neighbours.levelTest)
-    , m_hotkey(neighbours.settings, neighbours.hotkey, neighbours.keys)
+    , m_hotkey(neighbours)
     , m_capsule(neighbours.levelTest, neighbours.settings) {
     m_capsule.setState(pipeline_state::Recording{});
     followSettings();

@@ -1,4 +1,5 @@
 #include "platform/linux/x11_key_event_monitors.h"
+#include "support/desktop/key_window.h"
 #include "support/desktop/physical_keyboard.h"
 #include "support/desktop/wait_until.h"
 #include "support/settings_stage.h"
@@ -89,5 +90,16 @@ TEST_F(HotkeyCaptureTest, Escape_EndsTheCaptureAndReachesNothingElse) {
         return host.root()->property("letters").toInt() > 0;
     }));
     EXPECT_EQ(host.root()->property("escapes"), 0);
+    EXPECT_EQ(settings.hotkey(), QStringLiteral("fn"));
+}
+
+TEST_F(HotkeyCaptureTest, AnotherWindowGetsTheFocus_EndsTheCaptureAndItGetsItsKeys) {
+    ASSERT_TRUE(hotkey.isCapturing());
+    KeyWindow other;
+    ASSERT_TRUE(waitUntil([&] { return !hotkey.isCapturing(); }));
+    EXPECT_TRUE(waitUntil([&] {
+        keyboard.tap(letterP);
+        return !other.takeKeys().empty();
+    }));
     EXPECT_EQ(settings.hotkey(), QStringLiteral("fn"));
 }

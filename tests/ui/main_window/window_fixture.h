@@ -36,7 +36,7 @@ struct WindowFixture : testing::Test, HistoryStage {
     FakePrivacyRights& rights = stage.rights;
     PermissionManager& perms = stage.perms;
     AppNavigator& nav = stage.nav;
-    MainWindowModel model{{.store = store, .pasteboard = desktop, .settings = stage.neighbours}};
+    MainWindowModel model{{.store = store, .pasteboard = desktop, .shared = stage.neighbours}};
     ViewHost host; // last: its view looks at the rest
 };
 

@@ -228,6 +228,22 @@ TEST_F(OnboardingViewTest, EnterAlone_LeadsFromTheWelcomeToTheSignIn) {
     EXPECT_EQ(model->step(), Step::TutorialDictation);
 }
 
+TEST_F(OnboardingViewTest, EnterHeld_IsOneStepAndOpensNoPages) {
+    show(Step::Welcome);
+    host.press(Qt::Key_Return);
+    ASSERT_EQ(model->step(), Step::Auth);
+    for (int repeat = 0; repeat < 3; ++repeat) {
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+        QCoreApplication::sendEvent(&host.window(), &held);
+    }
+    EXPECT_TRUE(workspace.opened.isEmpty());
+    stage.signedIn();
+    ASSERT_EQ(model->step(), Step::Permissions);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+    QCoreApplication::sendEvent(&host.window(), &held);
+    EXPECT_EQ(model->step(), Step::Permissions);
+}
+
 TEST_F(OnboardingViewTest, Tab_ReachesEveryControlOfAStep) {
     show(Step::Permissions);
     EXPECT_THAT(tabStops(),

@@ -39,6 +39,15 @@ TEST_F(AccountHeaderModelTest, SignIn_OpensThePageWithAStateThatIsAccepted) {
     EXPECT_TRUE(auth.consumePendingAuthState(address.mid(start.size())));
 }
 
+TEST_F(AccountHeaderModelTest, NoBrowser_IsSaidUntilOneOpens) {
+    workspace.opens = false;
+    account.signIn();
+    EXPECT_EQ(account.name(), QStringLiteral("Не удалось открыть браузер."));
+    workspace.opens = true;
+    account.signIn();
+    EXPECT_EQ(account.name(), QStringLiteral("Не подключён"));
+}
+
 TEST_F(AccountHeaderModelTest, Page_IsTheAccountOfTheSite) {
     account.openPage();
     EXPECT_THAT(workspace.opened, ElementsAre(QUrl(QStringLiteral("https://site.test/account"))));

@@ -16,6 +16,8 @@ protected:
         loop.runPosted();
     }
 
+    /// A capture ends a little before the hotkey counts again.
+    void afterAMoment() { loop.advance(std::chrono::milliseconds(100)); }
     /// Whether the dictation hears its hotkey, the right Alt key.
     [[nodiscard]] bool isDictating() {
         stage.taps.flagsChanged(modifier::option | modifier::rightOption);
@@ -148,7 +150,40 @@ TEST_F(HotkeySettingsModelTest, WhileCapturing_TheOldHotkeyDictatesNothing) {
     hotkey.toggleCapture();
     EXPECT_FALSE(isDictating());
     hotkey.toggleCapture();
+    afterAMoment();
     EXPECT_TRUE(isDictating());
+}
+
+TEST_F(HotkeySettingsModelTest, CapturedKeyReachesTheMonitorLate_DictatesNothing) {
+    constexpr int keyF5 = 96;
+    hotkey.toggleCapture();
+    stage.keys.keyDown(keyF5);
+    ASSERT_EQ(hotkey.label(), QStringLiteral("F5"));
+    stage.taps.keyDown(keyF5);
+    loop.runPosted();
+    EXPECT_FALSE(stage.hotkey.isHotkeyDown());
+    afterAMoment();
+    stage.taps.keyDown(keyF5); // its repeat
+    loop.runPosted();
+    EXPECT_FALSE(stage.hotkey.isHotkeyDown());
+    stage.taps.keyUp(keyF5);
+    stage.taps.keyDown(keyF5);
+    loop.runPosted();
+    EXPECT_TRUE(stage.hotkey.isHotkeyDown());
+}
+
+TEST_F(HotkeySettingsModelTest, CaptureForgotten_GivesTheKeyboardBack) {
+    hotkey.toggleCapture();
+    loop.advance(std::chrono::seconds(29));
+    EXPECT_TRUE(hotkey.isCapturing());
+    loop.advance(std::chrono::seconds(1));
+    EXPECT_FALSE(hotkey.isCapturing());
+    EXPECT_EQ(stage.keys.count(), 0U);
+    afterAMoment();
+    EXPECT_TRUE(isDictating());
+    hotkey.toggleCapture(); // the next one has a time of its own
+    loop.advance(std::chrono::seconds(29));
+    EXPECT_TRUE(hotkey.isCapturing());
 }
 
 TEST_F(HotkeySettingsModelTest, EachEndOfACapture_LetsTheHotkeyDictateAgain) {
@@ -164,6 +199,7 @@ TEST_F(HotkeySettingsModelTest, EachEndOfACapture_LetsTheHotkeyDictateAgain) {
         end();
         EXPECT_FALSE(hotkey.isCapturing()) << name;
         EXPECT_EQ(stage.keys.count(), 0U) << name;
+        afterAMoment();
         EXPECT_TRUE(isDictating()) << name;
         EXPECT_EQ(settings.hotkey(), QStringLiteral("ralt")) << name;
     }
@@ -171,7 +207,7 @@ TEST_F(HotkeySettingsModelTest, EachEndOfACapture_LetsTheHotkeyDictateAgain) {
 
 TEST_F(HotkeySettingsModelTest, GoneWhileCapturing_LetsTheHotkeyDictateAgain) {
     {
-        HotkeySettingsModel other(settings, stage.hotkey, stage.keys);
+        HotkeySettingsModel other(stage.neighbours);
         other.toggleCapture();
         ASSERT_FALSE(isDictating());
     }
@@ -180,12 +216,15 @@ TEST_F(HotkeySettingsModelTest, GoneWhileCapturing_LetsTheHotkeyDictateAgain) {
 }
 
 TEST_F(HotkeySettingsModelTest, KeyboardRefused_SaysSoUntilTheNextAttempt) {
+    stage.rights.granted = {PrivacyRight::InputMonitoring};
+    stage.perms.refresh();
     stage.keys.allowed = false;
     hotkey.toggleCapture();
     EXPECT_FALSE(hotkey.isCapturing());
     EXPECT_EQ(hotkey.hint(),
               QStringLiteral("Клавиатуру сейчас держит другая программа. Попробуйте ещё раз."));
     EXPECT_TRUE(hotkey.hintWarns());
+    afterAMoment();
     EXPECT_TRUE(isDictating());
     stage.keys.allowed = true;
     hotkey.toggleCapture();
@@ -194,6 +233,12 @@ TEST_F(HotkeySettingsModelTest, KeyboardRefused_SaysSoUntilTheNextAttempt) {
     hotkey.toggleCapture();
     EXPECT_EQ(hotkey.hint(), usualHint);
     EXPECT_FALSE(hotkey.hintWarns());
+}
+
+TEST_F(HotkeySettingsModelTest, SessionWithoutKeys_IsNotBlamedOnAnotherProgram) {
+    stage.keys.allowed = false;
+    hotkey.toggleCapture();
+    EXPECT_EQ(hotkey.hint(), QStringLiteral("В этом сеансе клавиши не видны, см. «Разрешения»."));
 }
 
 TEST_F(HotkeySettingsModelTest, QuickChoice_IsStoredAtOnce) {

@@ -227,6 +227,24 @@ TEST_F(AuthSessionPreferences, SessionGoneWhileTheRequestIsInFlight_AbortsIt) {
     EXPECT_TRUE(transport.last().isAborted());
 }
 
+TEST_F(AuthSessionPreferences, LogoutBeforeTheReplies_LeavesNothingOfTheAccount) {
+    loadMe();
+    session.patchPreferences(language("en"));
+    loop.advance(500ms);
+    FakeExchange& patch = transport.last();
+    const Outcome<> me(session.refreshMe());
+    FakeExchange& user = transport.last();
+    const Outcome<> out(session.logout());
+    transport.last().reply(204);
+    patch.reply(200, serverRecord);
+    user.reply(200, R"({"user":{"id":"u1","email":"anna@example.org","isAdmin":false,)"
+                    R"("createdAt":"2026-01-01T00:00:00Z"},"preferences":)" +
+                        QByteArray(serverRecord) + "}");
+    EXPECT_TRUE(out.succeeded());
+    EXPECT_FALSE(session.preferences());
+    EXPECT_FALSE(session.user());
+}
+
 TEST_F(AuthSessionPreferences, Update_SendsAtOnceAndGivesTheServersRecord) {
     const Outcome<BackendPreferences> outcome(session.updatePreferences(language("en")));
     ASSERT_EQ(transport.count(), 1U);

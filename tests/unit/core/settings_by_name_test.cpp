@@ -104,6 +104,9 @@ TEST_F(SettingsByNameTest, BadValues_AreRefusedNamingTheKeyAndTheValue) {
 TEST_F(SettingsByNameTest, NegativeMask_WhichWouldStopTheProgram_IsRefused) {
     EXPECT_NE(refusal("hotkeyCustomMask", "-1"), QString());
     EXPECT_EQ(refusal("hotkeyCustomMask", "0"), QString());
+    EXPECT_NE(refusal("hotkeyCustomKeyCode", "4294967301"), QString());
+    EXPECT_NE(refusal("hotkeyCustomKeyCode", "-2"), QString());
+    EXPECT_EQ(refusal("hotkeyCustomKeyCode", "-1"), QString());
 }
 
 TEST_F(SettingsByNameTest, UnknownKeys_AreRefused) {
