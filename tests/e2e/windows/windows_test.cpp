@@ -34,6 +34,11 @@ bool hasFocus() {
     return waitUntil([] { return ofActiveWindow("WM_CLASS").startsWith("velmora"); });
 }
 
+/// Waits until none of them has it any more, and the window manager has seen to that.
+bool hasLostFocus() {
+    return waitUntil([] { return !ofActiveWindow("WM_CLASS").startsWith("velmora"); });
+}
+
 /// The titles of what a task bar would show.
 QStringList taskBar() {
     X11Connection x;
@@ -139,6 +144,7 @@ TEST_F(WindowsTest, TrayIconClicked_PopupOpensAndAnOutsideClickClosesIt) {
         EXPECT_THAT(taskBar(), Not(Contains(applicationName)));
         pointer.click(QPoint(200, 600));
         EXPECT_TRUE(hides(QStringLiteral("История")));
+        EXPECT_TRUE(hasLostFocus());
     }
     // With another button each time: no two make a double click.
     pointer.click(icon->center(), 1);
