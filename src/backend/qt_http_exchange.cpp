@@ -6,13 +6,13 @@
 namespace velmora {
 namespace {
 
-// Qt's own sentences, so that they are translated along with the others.
+// The user reads these.
 QString timedOutText() {
-    return QCoreApplication::translate("QAbstractSocket", "Socket operation timed out");
+    return QStringLiteral("Сервер не ответил вовремя");
 }
 
 QString closedText() {
-    return QCoreApplication::translate("QAbstractSocket", "The remote host closed the connection");
+    return QStringLiteral("Сервер закрыл соединение");
 }
 
 qint64 statusOf(const QNetworkReply* reply) {
@@ -38,9 +38,20 @@ QString describeFailure(const QNetworkReply* reply) {
     switch (reply->error()) {
     case QNetworkReply::OperationCanceledError: // not by us: we don't listen any more when we abort
         return timedOutText();
+    case QNetworkReply::RemoteHostClosedError:
     case QNetworkReply::ContentReSendError: // Qt would have sent the request again
         return closedText();
-    default:
+    case QNetworkReply::ConnectionRefusedError:
+        return QStringLiteral("Сервер не отвечает");
+    case QNetworkReply::HostNotFoundError:
+        return QStringLiteral("Сервер не найден");
+    case QNetworkReply::TemporaryNetworkFailureError:
+    case QNetworkReply::NetworkSessionFailedError:
+    case QNetworkReply::UnknownNetworkError:
+        return QStringLiteral("Нет соединения с сетью");
+    case QNetworkReply::SslHandshakeFailedError:
+        return QStringLiteral("Не удалось установить защищённое соединение");
+    default: // rarer, and in Qt's own words
         return reply->errorString();
     }
 }

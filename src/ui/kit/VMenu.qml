@@ -38,6 +38,7 @@ T.ComboBox {
             popup.open();
     }
     onActivated: (index) => choices.pick(index)
+    onVisibleChanged: if (!visible) popup.close()
     onModelChanged: currentIndex = Qt.binding(() => choices.index) // other options put it to the first
 
     VChoice {

@@ -61,18 +61,36 @@ Item {
         MeetingsPlaceholder {}
     }
 
+    // Made once, as soon as the window has nothing better to do, and kept: so it opens within a frame.
     Loader {
+        id: settings
+
+        readonly property bool wanted: view.nav.showSettingsSheet
+
         anchors.fill: parent
-        active: view.nav.showSettingsSheet
-        onLoaded: item.takeFocus()
-        onActiveChanged: {
-            if (!active)
+        active: wanted || leisure.came
+        asynchronous: !wanted
+        visible: wanted
+        onLoaded: if (wanted) item.takeFocus()
+        onWantedChanged: {
+            if (!wanted)
                 content.forceActiveFocus();
+            else if (item)
+                item.takeFocus();
         }
         sourceComponent: SettingsSheet {
             model: view.model.settingsSheet
             onClosed: view.nav.closeSettings()
         }
+    }
+    Timer {
+        id: leisure
+
+        property bool came: false
+
+        interval: 600
+        running: view.visible && !came
+        onTriggered: came = true
     }
 
     Shortcut {

@@ -13,7 +13,8 @@ Item {
 
     implicitHeight: 68
 
-    Component.onCompleted: model.appeared()
+    Component.onCompleted: if (visible) model.appeared()
+    onVisibleChanged: if (visible) model.appeared()
 
     VRoundedRect {
         id: portrait

@@ -13,7 +13,8 @@ Column {
 
     spacing: 12
 
-    Component.onCompleted: model.appeared()
+    Component.onCompleted: if (visible) model.appeared()
+    onVisibleChanged: if (visible) model.appeared()
 
     Text {
         width: parent.width

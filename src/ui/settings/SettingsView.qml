@@ -18,6 +18,8 @@ FocusScope {
         about: about
     })
 
+    onVisibleChanged: scroll.contentY = 0
+
     function focusTabs(reason) {
         nav.takeFocus(reason);
     }

@@ -8,6 +8,8 @@ namespace velmora {
 namespace {
 
 constexpr auto second = std::chrono::seconds(1);
+// Storing takes as long as the disk does, and the slider is to be drawn first.
+constexpr auto aFrame = std::chrono::milliseconds(20);
 
 } // namespace
 
@@ -29,6 +31,7 @@ RecordingSettingsModel::RecordingSettingsModel(const SettingsNeighbours& neighbo
 RecordingSettingsModel::~RecordingSettingsModel() {
     if (m_isOnScreen)
         m_levelTest.stop();
+    storeMinDuration();
 }
 
 void RecordingSettingsModel::followSettings() {
@@ -92,14 +95,24 @@ QString RecordingSettingsModel::levelHint() const {
 }
 
 double RecordingSettingsModel::minDuration() const {
-    return std::clamp(m_settings.minDuration(), shortestMinDuration, longestMinDuration);
+    return std::clamp(m_newMinDuration.value_or(m_settings.minDuration()), shortestMinDuration,
+                      longestMinDuration);
 }
 
 // A slider's steps add up to values such as 0.30000000000000004.
 void RecordingSettingsModel::setMinDuration(double seconds) {
     const double tenths = std::round(seconds * 10) / 10;
-    if (tenths != m_settings.minDuration())
-        m_settings.setMinDuration(tenths);
+    if (tenths == m_newMinDuration.value_or(m_settings.minDuration()))
+        return;
+    m_newMinDuration = tenths;
+    m_storing = m_loop.after(aFrame, [this] { storeMinDuration(); });
+    Q_EMIT minDurationChanged();
+}
+
+void RecordingSettingsModel::storeMinDuration() {
+    m_storing.invalidate();
+    if (const std::optional<double> seconds = std::exchange(m_newMinDuration, {}))
+        m_settings.setMinDuration(*seconds);
 }
 
 QString RecordingSettingsModel::minDurationText() const {

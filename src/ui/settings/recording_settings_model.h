@@ -114,6 +114,7 @@ Q_SIGNALS:
 
 private:
     void followSettings();
+    void storeMinDuration();
     void lookAtInputs();
 
     MainLoop& m_loop;
@@ -124,6 +125,8 @@ private:
     HotkeySettingsModel m_hotkey;
     RecordingHUDModel m_capsule;
     MicrophoneChoices m_microphones;
+    std::optional<double> m_newMinDuration; // for a frame, until it is stored
+    Timer m_storing;
     bool m_isOnScreen = false;
     Timer m_seconds; // of the take that the preview plays
     double m_elapsed = 0;

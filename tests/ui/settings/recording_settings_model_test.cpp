@@ -28,6 +28,9 @@ TEST_F(RecordingSettingsModelTest, MinDuration_IsShownWithinItsRangeAndNotWritte
 
 TEST_F(RecordingSettingsModelTest, MinDuration_IsStoredInTenths) {
     model.setMinDuration(0.1 + 0.2);
+    EXPECT_EQ(model.minDuration(), 0.3); // shown at once, and stored when that is drawn
+    EXPECT_EQ(settings.minDuration(), 0.4);
+    loop.advance(std::chrono::milliseconds(20));
     EXPECT_EQ(settings.minDuration(), 0.3);
     const QSignalSpy changes(&model, &RecordingSettingsModel::minDurationChanged);
     model.setMinDuration(0.3);

@@ -53,6 +53,7 @@ TEST_F(SettingsRecordingViewTest, EachControl_WritesAtOnce) {
     click("Toggle");
     EXPECT_EQ(settings.mode(), QStringLiteral("toggle"));
     click("Мин. длительность");
+    loop.advance(std::chrono::milliseconds(20));
     EXPECT_NEAR(settings.minDuration(), 1.05, 0.051);
     click("Показывать индикатор");
     EXPECT_FALSE(settings.showHUD());
@@ -107,6 +108,7 @@ TEST_F(SettingsRecordingViewTest, ChangedByHandAndThenElsewhere_IsStillShown) {
     click("Toggle");
     host.find(QStringLiteral("Мин. длительность"))->forceActiveFocus(Qt::TabFocusReason);
     host.press(Qt::Key_Right);
+    loop.advance(std::chrono::milliseconds(20));
     EXPECT_EQ(settings.minDuration(), 0.5);
     settings.setShowHUD(true);
     settings.setMode(QStringLiteral("push-to-talk"));
@@ -156,6 +158,7 @@ TEST_F(SettingsRecordingViewTest, KeyboardAlone_ReachesAndChangesEverything) {
     EXPECT_EQ(settings.fnStandIn(), QStringLiteral("ralt"));
     EXPECT_EQ(settings.mode(), QStringLiteral("toggle"));
     EXPECT_EQ(settings.micUniqueID(), QStringLiteral("usb"));
+    loop.advance(std::chrono::milliseconds(20));
     EXPECT_EQ(settings.minDuration(), 0.3);
     EXPECT_FALSE(settings.showHUD());
     EXPECT_EQ(settings.hudStyle(), QStringLiteral("wave"));

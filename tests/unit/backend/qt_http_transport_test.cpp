@@ -13,8 +13,8 @@ using testing::SizeIs;
 
 namespace {
 
-constexpr auto timedOut = "Socket operation timed out";
-constexpr auto closed = "The remote host closed the connection";
+constexpr auto timedOut = "Сервер не ответил вовремя";
+constexpr auto closed = "Сервер закрыл соединение";
 constexpr auto cancelled = "Operation canceled";
 
 struct QtHttpTransportTest : testing::Test {
@@ -144,7 +144,7 @@ TEST_F(QtHttpTransportTest, KeptAliveConnectionClosesWithoutReply_NoWritingReque
             server.onRequest = [](LoopbackConnection& connection, const QByteArray&) { connection.close(); };
             const std::size_t connections = server.connectionCount();
             const Outcome<HttpReply> outcome = exchange(request(method, body));
-            EXPECT_EQ(outcome.failure(), QLatin1String(closed)) << method.constData();
+            EXPECT_EQ(outcome.failure(), QString::fromUtf8(closed)) << method.constData();
             // The next request would come behind a repeated one.
             replyToAll("200 OK");
             ASSERT_TRUE(exchange(request("GET")).succeeded());
@@ -171,7 +171,8 @@ TEST_F(QtHttpTransportTest, FreshConnectionClosesWithoutReply_NoWritingRequestLe
             transport.emplace(loop);
             const std::size_t before = server.requests().size();
             server.onRequest = [](LoopbackConnection& connection, const QByteArray&) { connection.close(); };
-            EXPECT_EQ(exchange(request(method, body)).failure(), QLatin1String(closed)) << method.constData();
+            EXPECT_EQ(exchange(request(method, body)).failure(), QString::fromUtf8(closed))
+                << method.constData();
             replyToAll("200 OK");
             ASSERT_TRUE(exchange(request("GET")).succeeded());
             EXPECT_EQ(server.requests().size(), before + 2) << method.constData();
@@ -268,7 +269,7 @@ TEST_F(QtHttpTransportTest, NobodyListens_FailsWithTheDescription) {
     HttpRequest made = request("POST", "b");
     made.url.setPort(gone.serverPort());
     gone.close();
-    EXPECT_EQ(exchange(made).failure(), QStringLiteral("Connection refused"));
+    EXPECT_EQ(exchange(made).failure(), QStringLiteral("Сервер не отвечает"));
 }
 
 TEST_F(QtHttpTransportTest, UnknownScheme_Fails) {
@@ -297,7 +298,7 @@ TEST_F(QtHttpTransportTest, WhatIsNotHTTPButReplies_HasStatusZero) {
 TEST_F(QtHttpTransportTest, ServerNeverAnswers_FailsWhenNothingMovedForTheTime) {
     HttpRequest made = request("POST", "b");
     made.inactivityTimeout = 50ms;
-    EXPECT_EQ(exchange(made).failure(), QLatin1String(timedOut));
+    EXPECT_EQ(exchange(made).failure(), QString::fromUtf8(timedOut));
     EXPECT_TRUE(waitUntil([&] { return !server.connection(0).isOpen(); }));
     EXPECT_THAT(server.requests(), SizeIs(1));
 }
@@ -308,7 +309,7 @@ TEST_F(QtHttpTransportTest, ServerStopsInTheBody_FailsWhenNothingMovedForTheTime
     };
     HttpRequest made = request("GET");
     made.inactivityTimeout = 50ms;
-    EXPECT_EQ(exchange(made).failure(), QLatin1String(timedOut));
+    EXPECT_EQ(exchange(made).failure(), QString::fromUtf8(timedOut));
 }
 
 TEST_F(QtHttpTransportTest, TotalTimeout_RunsFromTheStartWhateverArrives) {
@@ -328,7 +329,7 @@ TEST_F(QtHttpTransportTest, TotalTimeout_RunsFromTheStartWhateverArrives) {
     clock.advance(179s);
     EXPECT_FALSE(none.isDone());
     clock.advance(1s);
-    EXPECT_EQ(none.failure(), QLatin1String(timedOut));
+    EXPECT_EQ(none.failure(), QString::fromUtf8(timedOut));
     EXPECT_TRUE(waitUntil([&] { return !server.connection(0).isOpen(); }));
 }
 
@@ -340,7 +341,7 @@ TEST_F(QtHttpTransportTest, TotalTimeout_BeforeTheHead_FailsTheOpening) {
     const Outcome<HttpReply> reply(timed.send(made, stop.get_token()));
     ASSERT_TRUE(requestCame());
     clock.advance(180s);
-    EXPECT_EQ(reply.failure(), QLatin1String(timedOut));
+    EXPECT_EQ(reply.failure(), QString::fromUtf8(timedOut));
 }
 
 TEST_F(QtHttpTransportTest, Finished_LeavesNoTimerBehind) {
