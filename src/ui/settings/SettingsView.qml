@@ -2,7 +2,7 @@ import QtQuick
 import Velmora.Kit
 import Velmora.Settings
 
-/// The tabs of the settings, and the one that is chosen; only that one exists.
+/// The tabs of the settings, and the one that is chosen. Each is made when it is first asked for, and kept.
 FocusScope {
     id: root
 
@@ -19,6 +19,7 @@ FocusScope {
     })
 
     onVisibleChanged: scroll.contentY = 0
+    onTabChanged: scroll.contentY = 0
 
     function focusTabs(reason) {
         nav.takeFocus(reason);
@@ -46,10 +47,24 @@ FocusScope {
         width: parent.width
         dark: root.dark
 
-        Loader {
+        Column {
             width: parent.width
-            sourceComponent: root.views[root.tab] ?? null
-            onSourceComponentChanged: scroll.contentY = 0
+
+            Repeater {
+                model: Object.keys(root.views)
+
+                Loader {
+                    required property string modelData
+                    readonly property bool chosen: root.tab === modelData
+
+                    width: parent.width
+                    active: false
+                    visible: chosen
+                    sourceComponent: root.views[modelData]
+                    onChosenChanged: active = active || chosen
+                    Component.onCompleted: active = chosen
+                }
+            }
         }
     }
     VHairline {
