@@ -59,8 +59,12 @@ std::vector<Result> measureSettings(DictationRuns&) {
     const QString closing = QStringLiteral("closing it, which draws what it hid");
     return {{QStringLiteral("settings to their first frame"), QStringLiteral("ms"), sheet, closing, bare,
              target::P95AtMost{100}},
-            {QStringLiteral("their tab \"Запись\" to its first frame"), QStringLiteral("ms"), recordingTab,
-             closing, bare, {}}};
+            {QStringLiteral("their tab \"Запись\" to its first frame"),
+             QStringLiteral("ms"),
+             recordingTab,
+             closing,
+             bare,
+             {}}};
 }
 
 // Ten steps a second; each is stored once it is drawn.

@@ -13,8 +13,8 @@ namespace velmora {
 
 class PulseConnection;
 
-/// The sources that the sound server has, followed on the sound thread as devices come and go, so that the main
-/// thread needn't wait for the server to know.
+/// The sources that the sound server has, followed on the sound thread as devices come and go, so that the
+/// main thread needn't wait for the server to know.
 class PulseDevices final : public AudioInputs {
     Q_OBJECT
 

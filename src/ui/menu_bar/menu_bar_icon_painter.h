@@ -19,7 +19,6 @@ public:
     [[nodiscard]] QImage paint(MenuBarIconMode mode, const BrandBars& bars, double devicePixelRatio) const;
 
 private:
-
     QColor m_accent;
 };
 

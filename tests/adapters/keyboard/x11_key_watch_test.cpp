@@ -1,7 +1,7 @@
 #include "input_devices.h"
-#include "support/desktop/own_server.h"
 #include "platform/linux/x11_injection_guard.h"
 #include "platform/linux/x11_keyboards.h"
+#include "support/desktop/own_server.h"
 #include "tapped_keyboard.h"
 
 #include <thread>
