@@ -19,13 +19,20 @@ qint64 statusOf(const QNetworkReply* reply) {
     return reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toLongLong();
 }
 
+/// Qt means to send the request again when a reply begins before the upload has ended and the connection
+/// closes later; the reply is whole when that close is what ends it.
+bool isReplyUpToTheClose(const QNetworkReply* reply) {
+    return statusOf(reply) != 0 && !reply->hasRawHeader("Content-Length") &&
+           !reply->hasRawHeader("Transfer-Encoding");
+}
+
 /// Qt makes errors of statuses from 400 on as well; those are replies.
 bool isTransportFailure(const QNetworkReply* reply) {
     switch (reply->error()) {
     case QNetworkReply::NoError:
         return false;
     case QNetworkReply::ContentReSendError: // these two it would send again, without asking for our policy
-        return statusOf(reply) != 307 && statusOf(reply) != 308;
+        return statusOf(reply) != 307 && statusOf(reply) != 308 && !isReplyUpToTheClose(reply);
     case QNetworkReply::ProtocolUnknownError:
     case QNetworkReply::ProtocolFailure:
         return true;

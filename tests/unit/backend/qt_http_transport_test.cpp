@@ -9,6 +9,7 @@
 using namespace std::chrono_literals;
 using namespace velmora;
 using namespace velmora::test;
+using testing::IsEmpty;
 using testing::SizeIs;
 
 namespace {
@@ -381,6 +382,32 @@ TEST_F(QtHttpTransportTest, BodyUpToTheEndOfTheConnection_IsWhole) {
         connection.close();
     };
     EXPECT_EQ(exchange(request("GET")).value().body, "all of it");
+}
+
+TEST_F(QtHttpTransportTest, RepliesDuringTheUploadAndClosesAfterIt_ReplyIsWholeIfNoMoreWasAnnounced) {
+    for (const auto& [headers, whole] :
+         {std::pair("\r\n", true), std::pair("Content-Length: 3\r\n\r\n", true),
+          std::pair("Content-Length: 9\r\n\r\n", false),
+          std::pair("Transfer-Encoding: chunked\r\n\r\n3\r\n", false)}) {
+        transport.emplace(loop); // a connection of its own
+        const std::size_t index = server.connectionCount();
+        const Outcome<OpenHttpReply> reply = open(request("POST", QByteArray(1 << 20, 'x')));
+        ASSERT_TRUE(waitUntil([&] {
+            return server.connectionCount() > index && !server.connection(index).received().isEmpty();
+        }));
+        LoopbackConnection& connection = server.connection(index);
+        ASSERT_THAT(connection.requests(), IsEmpty());
+        connection.write(QByteArray("HTTP/1.1 200 OK\r\n") + headers + "all");
+        ASSERT_TRUE(requestCame(index + 1));
+        ASSERT_TRUE(waitUntil([&] { return reply.isDone(); }));
+        const Outcome<std::optional<QByteArray>> piece(reply.value().body.next());
+        ASSERT_TRUE(waitUntil([&] { return piece.isDone(); }));
+        EXPECT_EQ(piece.value(), "all");
+        connection.close();
+        const Outcome<std::optional<QByteArray>> end(reply.value().body.next());
+        ASSERT_TRUE(waitUntil([&] { return end.isDone(); }));
+        EXPECT_EQ(end.succeeded(), whole) << headers;
+    }
 }
 
 TEST_F(QtHttpTransportTest, Open_GivesHeadBeforeTheBodyAndPiecesAsTheyCome) {
