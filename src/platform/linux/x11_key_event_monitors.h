@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/key_event_monitors.h"
+#include "platform/key_event_monitor_list.h"
 #include "platform/linux/x11_key_watch.h"
 #include "platform/linux/x11_keyboard_grab.h"
 
@@ -21,16 +21,13 @@ public:
     [[nodiscard]] std::unique_ptr<KeyEventMonitor> addMonitor(KeyEvent::Kind kind, Handler handler) override;
 
 private:
-    class Monitor;
-
     [[nodiscard]] bool takeKeyboard();
-    void send(const KeyEvent& event);
-    void remove(Monitor* monitor);
+    void beginLettingGo();
     void letGoOnceReleased();
 
     const QByteArray m_display;
     const std::chrono::milliseconds m_patience;
-    std::vector<Monitor*> m_monitors;
+    KeyEventMonitorList m_monitors{[this] { beginLettingGo(); }};
     std::unique_ptr<X11KeyboardGrab> m_grab;
     std::unique_ptr<X11KeyWatch> m_watch;
     X11Keys m_awaited; // of those that were down when the last monitor ended

@@ -1,6 +1,7 @@
 #include "core/app_settings.h"
 #include "e2e/session/dictation_session.h"
 #include "e2e/session/sign_in_page.h"
+#include "e2e/session/tutorials.h"
 #include "e2e/session/user_hand.h"
 #include "foundation/user_folders.h"
 #include "support/desktop/browser.h"
@@ -50,21 +51,7 @@ TEST_F(FirstStartInABrowserTest, SignsIn_DictatesTwiceAndIsNeverAskedAgain) {
         EXPECT_TRUE(shows(QString::fromUtf8(right) + QStringLiteral("Разрешено")));
     ASSERT_TRUE(click(goOn));
 
-    const QString first = QStringLiteral("Текст появится здесь после диктовки…");
-    ASSERT_TRUE(shows(first));
-    session.dictateHolding();
-    ASSERT_TRUE(wasDictatedInto(session, first, 1));
-    ASSERT_TRUE(click(goOn));
-
-    const QString second = QStringLiteral("Текст появится здесь…");
-    ASSERT_TRUE(shows(second));
-    ASSERT_TRUE(DictationSession::isQuiet());
-    session.keyboard().tap(key::rightControl);
-    session.keyboard().tap(key::rightControl);
-    ASSERT_TRUE(DictationSession::isRecording());
-    session.speak();
-    session.keyboard().tap(key::rightControl);
-    ASSERT_TRUE(wasDictatedInto(session, second, 2));
+    ASSERT_TRUE(dictatesInBothTutorials(session, [] { EXPECT_TRUE(click(goOn)); }));
     ASSERT_TRUE(click(goOn));
     EXPECT_TRUE(hides(QStringLiteral("ШАГ 5 ИЗ 5")));
     UserDefaults defaults(defaultsPath());

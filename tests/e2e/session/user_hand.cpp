@@ -1,6 +1,5 @@
 #include "e2e/session/user_hand.h"
 
-#include "e2e/session/dictation_session.h"
 #include "support/desktop/pointer.h"
 #include "support/desktop/wait_until.h"
 
@@ -63,12 +62,6 @@ bool holds(const QString& field, const QString& text) {
         return std::ranges::any_of(
             objects, [&](const AccessibleObject& each) { return each.name == field && each.text == text; });
     });
-}
-
-bool wasDictatedInto(const DictationSession& session, const QString& field, std::size_t number) {
-    const std::optional<HistoryItem> item = session.dictation(number);
-    return item && 2 * DictationSession::wordsHeard(item->cleanedText) >= DictationSession::wordsSpoken &&
-           holds(field, item->cleanedText);
 }
 
 } // namespace velmora::test

@@ -8,8 +8,6 @@
 /// What a person does at the desktop and sees of it.
 namespace velmora::test {
 
-class DictationSession;
-
 /// By which assistive technology knows the application.
 inline const QString applicationName = QStringLiteral("Velmora");
 
@@ -31,7 +29,5 @@ void type(const QString& text);
 [[nodiscard]] bool click(const QString& name);
 /// Waits until the field of that name holds the text.
 [[nodiscard]] bool holds(const QString& field, const QString& text);
-/// Waits until the field holds the session's dictation of that number, and that is what was said.
-[[nodiscard]] bool wasDictatedInto(const DictationSession& session, const QString& field, std::size_t number);
 
 } // namespace velmora::test

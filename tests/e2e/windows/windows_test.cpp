@@ -2,6 +2,7 @@
 #include "core/history_store.h"
 #include "e2e/session/dictation_session.h"
 #include "e2e/session/sign_in_page.h"
+#include "e2e/session/tutorials.h"
 #include "e2e/session/user_hand.h"
 #include "foundation/user_folders.h"
 #include "support/desktop/pointer.h"
@@ -249,21 +250,7 @@ TEST_F(FirstStartTest, ByKeyboardAlone_LeadsThroughTheSignInToTwoDictationsInIts
     EXPECT_TRUE(waitUntil([] { return activeTitle() == applicationName; }));
     press({QStringLiteral("Return")});
 
-    const QString first = QStringLiteral("Текст появится здесь после диктовки…");
-    ASSERT_TRUE(shows(first));
-    session.dictateHolding();
-    ASSERT_TRUE(wasDictatedInto(session, first, 1));
-    press({QStringLiteral("Return")});
-
-    const QString second = QStringLiteral("Текст появится здесь…");
-    ASSERT_TRUE(shows(second));
-    ASSERT_TRUE(DictationSession::isQuiet());
-    session.keyboard().tap(key::rightControl);
-    session.keyboard().tap(key::rightControl);
-    ASSERT_TRUE(DictationSession::isRecording());
-    session.speak();
-    session.keyboard().tap(key::rightControl);
-    ASSERT_TRUE(wasDictatedInto(session, second, 2));
+    ASSERT_TRUE(dictatesInBothTutorials(session, [] { press({QStringLiteral("Return")}); }));
     EXPECT_FALSE(isOnboarded());
     press({QStringLiteral("Return")});
     EXPECT_TRUE(waitUntil([] { return !taskBar().contains(applicationName); }));

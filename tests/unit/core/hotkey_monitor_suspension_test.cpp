@@ -1,10 +1,4 @@
-#include "core/hotkey_monitor.h"
-#include "support/fake_event_tap.h"
-#include "support/hand_loop.h"
-
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
+#include "hotkey_monitor_fixture.h"
 
 using namespace velmora;
 using namespace velmora::test;
@@ -16,28 +10,11 @@ constexpr int keyP = 35;
 constexpr quint64 control = modifier::control | modifier::leftControl;
 constexpr quint64 rightOption = modifier::option | modifier::rightOption;
 
-class HotkeyMonitorSuspension : public testing::Test {
+class HotkeyMonitorSuspension : public HotkeyMonitorFixture {
 protected:
-    HotkeyMonitorSuspension() {
-        monitor.onPress = [this] { reports += QLatin1Char('+'); };
-        monitor.onRelease = [this] { reports += QLatin1Char('-'); };
-        chooseChord(keySpace, modifier::control);
-    }
+    HotkeyMonitorSuspension() { chooseChord(keySpace, modifier::control); }
 
-    void chooseChord(int keyCode, quint64 mask) {
-        defaults.set(QStringLiteral("hotkeyCustomKeyCode"), qint64{keyCode});
-        defaults.set(QStringLiteral("hotkeyCustomMask"), static_cast<qint64>(mask));
-    }
-    void startWith(const QString& hotkey) {
-        defaults.set(QStringLiteral("hotkey"), hotkey);
-        monitor.start();
-        loop.runPosted();
-    }
-    void startWithChord() { startWith(QStringLiteral("custom")); }
-    void expectReports(const char* expected) {
-        loop.runPosted();
-        EXPECT_EQ(reports, QLatin1String(expected));
-    }
+    void startWithTheChord() { startWith(QStringLiteral("custom")); }
     void pressChord() {
         keyboard.flagsChanged(control);
         keyboard.keyDown(keySpace, control);
@@ -46,19 +23,12 @@ protected:
         keyboard.keyUp(keySpace, control);
         keyboard.flagsChanged(0);
     }
-
-    HandLoop loop;
-    QTemporaryDir folder;
-    UserDefaults defaults{folder.filePath(QStringLiteral("d.json"))};
-    FakeEventTapFactory keyboard;
-    HotkeyMonitor monitor{loop, defaults, keyboard};
-    QString reports; // + for a press, - for a release
 };
 
 } // namespace
 
 TEST_F(HotkeyMonitorSuspension, ChordPressedMeanwhile_IsNotReportedAndPasses) {
-    startWithChord();
+    startWithTheChord();
     monitor.setSuspended(true);
     EXPECT_EQ(keyboard.keyDown(keySpace, control), EventVerdict::Pass);
     EXPECT_EQ(keyboard.keyUp(keySpace, control), EventVerdict::Pass);
@@ -74,7 +44,7 @@ TEST_F(HotkeyMonitorSuspension, ModifierPressedMeanwhile_IsNotReported) {
 }
 
 TEST_F(HotkeyMonitorSuspension, ChordHeld_IsReportedReleasedOnce) {
-    startWithChord();
+    startWithTheChord();
     pressChord();
     monitor.setSuspended(true);
     expectReports("+-");
@@ -93,14 +63,14 @@ TEST_F(HotkeyMonitorSuspension, ModifierHeld_IsReportedReleasedOnce) {
 }
 
 TEST_F(HotkeyMonitorSuspension, NothingHeld_ReportsNoRelease) {
-    startWithChord();
+    startWithTheChord();
     monitor.setSuspended(true);
     monitor.setSuspended(false);
     expectReports("");
 }
 
 TEST_F(HotkeyMonitorSuspension, Claim_IsGivenUpAndTakenAgain) {
-    startWithChord();
+    startWithTheChord();
     EXPECT_EQ(keyboard.claimed, (KeyChord{keySpace, modifier::control}));
     monitor.setSuspended(true);
     EXPECT_EQ(keyboard.claimed, std::nullopt);
@@ -109,7 +79,7 @@ TEST_F(HotkeyMonitorSuspension, Claim_IsGivenUpAndTakenAgain) {
 }
 
 TEST_F(HotkeyMonitorSuspension, HotkeyChangedMeanwhile_IsClaimedAtTheEndOnly) {
-    startWithChord();
+    startWithTheChord();
     monitor.setSuspended(true);
     chooseChord(keyP, modifier::command);
     EXPECT_EQ(keyboard.claimed, std::nullopt);
@@ -119,14 +89,14 @@ TEST_F(HotkeyMonitorSuspension, HotkeyChangedMeanwhile_IsClaimedAtTheEndOnly) {
 
 TEST_F(HotkeyMonitorSuspension, BeforeTheStart_NothingIsClaimedUntilTheEnd) {
     monitor.setSuspended(true);
-    startWithChord();
+    startWithTheChord();
     EXPECT_EQ(keyboard.claimed, std::nullopt);
     monitor.setSuspended(false);
     EXPECT_EQ(keyboard.claimed, (KeyChord{keySpace, modifier::control}));
 }
 
 TEST_F(HotkeyMonitorSuspension, AfterTheEnd_ChordAndModifiersWorkAgain) {
-    startWithChord();
+    startWithTheChord();
     monitor.setSuspended(true);
     monitor.setSuspended(false);
     pressChord();
@@ -140,7 +110,7 @@ TEST_F(HotkeyMonitorSuspension, AfterTheEnd_ChordAndModifiersWorkAgain) {
 }
 
 TEST_F(HotkeyMonitorSuspension, CapturedChordStillDownAtTheEnd_ItsRepeatsDoNotPress) {
-    startWithChord();
+    startWithTheChord();
     monitor.setSuspended(true);
     keyboard.flagsChanged(control);
     keyboard.keyDown(keyP, control);
@@ -154,7 +124,7 @@ TEST_F(HotkeyMonitorSuspension, CapturedChordStillDownAtTheEnd_ItsRepeatsDoNotPr
 }
 
 TEST_F(HotkeyMonitorSuspension, ChordHeldThroughout_ItsRepeatsDoNotPress) {
-    startWithChord();
+    startWithTheChord();
     pressChord();
     monitor.setSuspended(true);
     monitor.setSuspended(false);
@@ -178,7 +148,7 @@ TEST_F(HotkeyMonitorSuspension, ModifierHeldThroughout_CountsOnlyWhenPressedAnew
 }
 
 TEST_F(HotkeyMonitorSuspension, SuspendedTwice_EndsWithOneEnd) {
-    startWithChord();
+    startWithTheChord();
     monitor.setSuspended(true);
     monitor.setSuspended(true);
     monitor.setSuspended(false);

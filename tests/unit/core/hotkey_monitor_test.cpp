@@ -1,9 +1,5 @@
-#include "core/hotkey_monitor.h"
 #include "foundation/log.h"
-#include "support/fake_event_tap.h"
-#include "support/hand_loop.h"
-
-#include <QTemporaryDir>
+#include "hotkey_monitor_fixture.h"
 
 #include <gmock/gmock.h>
 
@@ -23,36 +19,10 @@ const QString failed =
     QStringLiteral("[Velmora] CGEvent tap failed — Input Monitoring/Accessibility permission missing?");
 const QString reenabled = QStringLiteral("[Velmora] HotkeyMonitor.ensureEnabled: re-enabled disabled tap");
 
-class HotkeyMonitorTest : public testing::Test {
+class HotkeyMonitorTest : public HotkeyMonitorFixture {
 protected:
-    HotkeyMonitorTest() {
-        monitor.onPress = [this] { reports += QLatin1Char('+'); };
-        monitor.onRelease = [this] { reports += QLatin1Char('-'); };
-    }
-
-    void startWith(const QString& hotkey) {
-        defaults.set(QStringLiteral("hotkey"), hotkey);
-        monitor.start();
-        loop.runPosted();
-    }
-    void startWithChord(int keyCode, quint64 mask) {
-        defaults.set(QStringLiteral("hotkeyCustomKeyCode"), qint64{keyCode});
-        defaults.set(QStringLiteral("hotkeyCustomMask"), static_cast<qint64>(mask));
-        startWith(QStringLiteral("custom"));
-    }
-    void expectReports(const char* expected) {
-        loop.runPosted();
-        EXPECT_EQ(reports, QLatin1String(expected));
-    }
-
     QStringList lines;
     LogCapture capture{[this](const QString& line) { lines.append(line); }};
-    HandLoop loop;
-    QTemporaryDir folder;
-    UserDefaults defaults{folder.filePath(QStringLiteral("d.json"))};
-    FakeEventTapFactory keyboard;
-    HotkeyMonitor monitor{loop, defaults, keyboard};
-    QString reports; // + for a press, - for a release
 };
 
 } // namespace
