@@ -3,15 +3,22 @@
 namespace velmora {
 namespace {
 
+const QString valueKey = QStringLiteral("value");
+const QString titleKey = QStringLiteral("title");
+
 QVariant part(const QVariant& option, const QString& key) {
     return option.metaType() == QMetaType::fromType<QVariantMap>() ? option.toMap().value(key) : option;
 }
 
 QVariant valueOf(const QVariant& option) {
-    return part(option, QStringLiteral("value"));
+    return part(option, valueKey);
 }
 
 } // namespace
+
+QVariantMap VChoice::option(const QVariant& value, const QString& title) {
+    return {{valueKey, value}, {titleKey, title}};
+}
 
 void VChoice::setOptions(const QVariantList& options) {
     if (options == m_options)
@@ -24,7 +31,7 @@ void VChoice::setOptions(const QVariantList& options) {
 QStringList VChoice::titles() const {
     QStringList titles;
     for (const QVariant& option : m_options)
-        titles.append(part(option, QStringLiteral("title")).toString());
+        titles.append(part(option, titleKey).toString());
     return titles;
 }
 

@@ -22,6 +22,9 @@ class VChoice : public QObject {
 public:
     using QObject::QObject;
 
+    /// An option shown by its title.
+    [[nodiscard]] static QVariantMap option(const QVariant& value, const QString& title);
+
     [[nodiscard]] const QVariantList& options() const { return m_options; }
     void setOptions(const QVariantList& options);
     [[nodiscard]] QStringList titles() const;

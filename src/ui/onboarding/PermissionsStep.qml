@@ -36,7 +36,7 @@ Item {
 
             model: root.model.permissions
 
-            PermRow {
+            PermissionStepRow {
                 icon: [VIcon.mic, VIcon.inputMon, VIcon.accessibility][index]
                 last: index === rows.count - 1
                 dark: root.dark

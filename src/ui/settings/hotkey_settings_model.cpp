@@ -4,6 +4,7 @@
 #include "core/hotkey_label.h"
 #include "core/hotkey_monitor.h"
 #include "core/permission_manager.h"
+#include "ui/kit/v_choice.h"
 
 #include <array>
 
@@ -18,10 +19,6 @@ constexpr auto resumptionPause = std::chrono::milliseconds(100);
 
 constexpr std::array quickHotkeys{QLatin1String("fn"), QLatin1String("ralt"), QLatin1String("rcmd")};
 constexpr QLatin1String custom("custom");
-
-QVariantMap option(const QString& value, const QString& title) {
-    return {{QStringLiteral("value"), value}, {QStringLiteral("title"), title}};
-}
 
 } // namespace
 
@@ -86,7 +83,7 @@ QString HotkeySettingsModel::captureTitle() const {
 QVariantList HotkeySettingsModel::quickChoices() const {
     QVariantList choices;
     for (const QLatin1String hotkey : quickHotkeys)
-        choices.append(option(hotkey, hotkeyName(hotkey)));
+        choices.append(VChoice::option(hotkey, hotkeyName(hotkey)));
     return choices;
 }
 
@@ -109,7 +106,7 @@ bool HotkeySettingsModel::isFn() const {
 QVariantList HotkeySettingsModel::fnKeys() const {
     QVariantList keys;
     for (const auto& [key, name] : fnStandInNames)
-        keys.append(option(name, fnStandInKeyName(key)));
+        keys.append(VChoice::option(name, fnStandInKeyName(key)));
     return keys;
 }
 

@@ -1,13 +1,8 @@
 #include "ui/settings/microphone_choices.h"
 
+#include "ui/kit/v_choice.h"
+
 namespace velmora {
-namespace {
-
-QVariantMap option(const QString& uniqueID, const QString& name) {
-    return {{QStringLiteral("value"), uniqueID}, {QStringLiteral("title"), name}};
-}
-
-} // namespace
 
 void MicrophoneChoices::see(const std::vector<AudioInput>& inputs) {
     m_inputs = inputs;
@@ -16,11 +11,12 @@ void MicrophoneChoices::see(const std::vector<AudioInput>& inputs) {
 }
 
 QVariantList MicrophoneChoices::options(const QString& chosenID) const {
-    QVariantList options{option({}, QStringLiteral("Системный по умолчанию"))};
+    QVariantList options{VChoice::option(QString(), QStringLiteral("Системный по умолчанию"))};
     for (const AudioInput& input : m_inputs)
-        options.append(option(input.uniqueID, input.name));
+        options.append(VChoice::option(input.uniqueID, input.name));
     if (isMissing(chosenID))
-        options.append(option(chosenID, m_names.value(chosenID, chosenID) + QStringLiteral(" — нет сейчас")));
+        options.append(
+            VChoice::option(chosenID, m_names.value(chosenID, chosenID) + QStringLiteral(" — нет сейчас")));
     return options;
 }
 
