@@ -3,10 +3,16 @@
 namespace velmora {
 namespace {
 
-template<typename Field, typename Value>
-void replace(Field& field, const std::optional<Value>& value) {
+template<typename Value>
+void replace(Value& field, const std::optional<Value>& value) {
     if (value)
         field = *value;
+}
+
+template<typename Value>
+void replace(std::optional<Value>& field, const std::optional<Value>& value) {
+    if (value)
+        field = value;
 }
 
 /// Both a record and a patch of it have the fields.

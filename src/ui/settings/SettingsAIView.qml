@@ -13,8 +13,9 @@ Column {
 
     spacing: 12
 
-    Component.onCompleted: if (visible) model.appeared()
-    onVisibleChanged: if (visible) model.appeared()
+    Component.onCompleted: model.setSeen(visible)
+    Component.onDestruction: model.setSeen(false)
+    onVisibleChanged: model.setSeen(visible)
 
     Text {
         width: parent.width

@@ -4,9 +4,15 @@
 #include "ui/settings/setting_labels.h"
 
 namespace velmora {
+namespace {
+
+constexpr auto retryInterval = std::chrono::seconds(5);
+
+} // namespace
 
 AISettingsModel::AISettingsModel(const SettingsNeighbours& neighbours, QObject* parent)
     : QObject(parent)
+    , m_loop(neighbours.loop)
     , m_authStore(neighbours.authStore)
     , m_authSession(neighbours.authSession)
     , m_refresh(neighbours.authSession) {
@@ -47,7 +53,15 @@ void AISettingsModel::setDevModeEnabled(bool enabled) {
     m_authSession.patchPreferences(patch);
 }
 
-void AISettingsModel::appeared() {
+void AISettingsModel::setSeen(bool seen) {
+    m_retry.invalidate();
+    if (!seen)
+        return;
+    readIfMissing();
+    m_retry = m_loop.every(retryInterval, [this] { readIfMissing(); });
+}
+
+void AISettingsModel::readIfMissing() {
     if (!m_authSession.preferences())
         m_refresh.start();
 }

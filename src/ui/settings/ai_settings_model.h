@@ -36,18 +36,21 @@ public:
     [[nodiscard]] bool devModeEnabled() const { return preferences().devModeEnabled; }
     void setDevModeEnabled(bool enabled);
 
-    /// The view has come up: reads the preferences if they aren't known.
-    Q_INVOKABLE void appeared();
+    /// While the view is seen, preferences that aren't known are asked for, again and again if need be.
+    Q_INVOKABLE void setSeen(bool seen);
 
 Q_SIGNALS:
     void changed();
 
 private:
     [[nodiscard]] BackendPreferences preferences() const;
+    void readIfMissing();
 
+    MainLoop& m_loop;
     const AuthStore& m_authStore;
     AuthSession& m_authSession;
     AccountRefresh m_refresh;
+    Timer m_retry;
 };
 
 } // namespace velmora

@@ -88,7 +88,7 @@ QVariantList HotkeySettingsModel::quickChoices() const {
 }
 
 QString HotkeySettingsModel::chosen() const {
-    const QString hotkey = m_settings.hotkey();
+    QString hotkey = m_settings.hotkey();
     if (hotkey == custom || std::ranges::find(quickHotkeys, hotkey) != quickHotkeys.end())
         return hotkey;
     return quickHotkeys.front();

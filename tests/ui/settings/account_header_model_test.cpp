@@ -58,7 +58,7 @@ TEST_F(AccountHeaderModelTest, UserMissing_IsReadWhenTheViewComesUp) {
     EXPECT_EQ(stage.transport.count(), 0U); // nobody is signed in
     stage.signIn();
     account.appeared();
-    model.ai()->appeared(); // needs the same
+    model.ai()->setSeen(true); // needs the same
     ASSERT_EQ(stage.transport.count(), 1U);
     EXPECT_EQ(stage.transport.last().request.url.path(), QStringLiteral("/v1/auth/me"));
     stage.transport.last().reply(200, SettingsStage::account("anna@example.org"));

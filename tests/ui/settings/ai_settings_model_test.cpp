@@ -42,26 +42,44 @@ TEST_F(AISettingsModelTest, SessionExpired_IsSignedOutThoughPreferencesAreStillT
 }
 
 TEST_F(AISettingsModelTest, PreferencesMissing_AreReadWhenTheViewComesUp) {
-    ai.appeared();
+    ai.setSeen(true);
     EXPECT_EQ(stage.transport.count(), 0U); // nobody is signed in
     stage.signIn();
-    ai.appeared();
+    ai.setSeen(true);
     ASSERT_EQ(stage.transport.count(), 1U);
     EXPECT_EQ(stage.transport.last().request.url.path(), QStringLiteral("/v1/auth/me"));
-    ai.appeared();
+    ai.setSeen(true);
     EXPECT_EQ(stage.transport.count(), 1U); // under way
     stage.transport.last().reply(200, SettingsStage::account("anna@example.org"));
-    ai.appeared();
+    ai.setSeen(true);
     EXPECT_EQ(stage.transport.count(), 1U);
 }
 
-TEST_F(AISettingsModelTest, ReadFailed_IsTriedAgainTheNextTime) {
+TEST_F(AISettingsModelTest, ReadFailed_IsTriedAgainEveryFiveSecondsWhileTheViewIsSeen) {
     stage.signIn();
-    ai.appeared();
+    ai.setSeen(true);
+    for (std::size_t reads = 1; reads < 4; ++reads) {
+        ASSERT_EQ(stage.transport.count(), reads);
+        stage.transport.last().fail(QStringLiteral("offline"));
+        EXPECT_EQ(ai.page(), Page::Loading);
+        loop.advance(4999ms);
+        EXPECT_EQ(stage.transport.count(), reads);
+        loop.advance(1ms);
+    }
+    stage.transport.last().reply(200, SettingsStage::account("anna@example.org"));
+    EXPECT_EQ(ai.page(), Page::Loaded);
+    loop.advance(1min);
+    EXPECT_EQ(stage.transport.count(), 4U);
+}
+
+TEST_F(AISettingsModelTest, ViewNotSeenAnyMore_NothingIsRead) {
+    stage.signIn();
+    ai.setSeen(true);
     stage.transport.last().fail(QStringLiteral("offline"));
-    EXPECT_EQ(ai.page(), Page::Loading);
-    ai.appeared();
-    EXPECT_EQ(stage.transport.count(), 2U);
+    ai.setSeen(false);
+    loop.advance(1min);
+    EXPECT_EQ(stage.transport.count(), 1U);
+    EXPECT_EQ(loop.pendingTimers(), 0U);
 }
 
 TEST_F(AISettingsModelTest, StoredLanguage_ShowsUnderItsLabel) {
