@@ -40,8 +40,7 @@ int PulseCapture::start() {
     if (!m_stream)
         return m_error != 0 ? m_error : PA_ERR_UNKNOWN;
     m_started = true;
-    if (pa_stream_is_suspended(m_stream.get()) > 0)
-        lose();
+    loseIfSuspended();
     return 0;
 }
 
@@ -65,12 +64,7 @@ void PulseCapture::open() {
     pa_stream_set_moved_callback(
         m_stream.get(), [](pa_stream*, void* self) { static_cast<Self*>(self)->checkDevice(); }, this);
     pa_stream_set_suspended_callback(
-        m_stream.get(),
-        [](pa_stream* stream, void* self) {
-            if (pa_stream_is_suspended(stream) > 0)
-                static_cast<Self*>(self)->lose();
-        },
-        this);
+        m_stream.get(), [](pa_stream*, void* self) { static_cast<Self*>(self)->loseIfSuspended(); }, this);
 
     constexpr auto unset = std::uint32_t(-1);
     const pa_buffer_attr attributes{.maxlength = unset,
@@ -136,7 +130,7 @@ void PulseCapture::read() {
         const void* data = nullptr;
         std::size_t bytes = 0;
         if (pa_stream_peek(m_stream.get(), &data, &bytes) < 0 || bytes == 0)
-            return;
+            break;
         const std::size_t samples = bytes / sizeof(float);
         const auto frames = std::int64_t(samples / channels);
         const auto now = Clock::now();
@@ -151,6 +145,12 @@ void PulseCapture::read() {
             deliverSilence(frames);
         pa_stream_drop(m_stream.get());
     }
+    loseIfSuspended(); // what was under way comes after the news of it
+}
+
+void PulseCapture::loseIfSuspended() {
+    if (pa_stream_is_suspended(m_stream.get()) > 0)
+        lose();
 }
 
 void PulseCapture::lose() {

@@ -30,6 +30,7 @@ private:
     void checkDevice();
     void read();
     void lose();
+    void loseIfSuspended();
     void standIn();
     void deliverSilence(std::int64_t frames);
 
