@@ -47,7 +47,7 @@ Item {
             id: letters
 
             visible: text !== ""
-            width: visible ? implicitWidth : 0
+            width: text !== "" ? implicitWidth : 0
             color: cap.ink
             font: VFont.mono(cap.fontSize, VFont.Medium)
         }

@@ -16,6 +16,8 @@
 #include <QRegularExpression>
 #include <QStandardPaths>
 
+#include <gmock/gmock.h>
+
 namespace velmora::test {
 namespace {
 
@@ -69,6 +71,17 @@ DictationSession::DictationSession(bool signIn)
         restartApplication(); // without the window that asks who isn't signed in to do so
 }
 
+DictationSession::~DictationSession() {
+    endApplication();
+}
+
+void DictationSession::endApplication() {
+    if (m_application) {
+        EXPECT_THAT(m_application->output().toStdString(), testing::Not(testing::HasSubstr("qrc:")));
+    }
+    m_application.reset();
+}
+
 void DictationSession::restartBackend(bool forgetKey) {
     m_backend.reset();
     const QString data = m_folder.filePath(QStringLiteral("server"));
@@ -84,7 +97,7 @@ void DictationSession::restartBackend(bool forgetKey) {
 }
 
 void DictationSession::restartApplication(bool onX11) {
-    m_application.reset();
+    endApplication();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("VelmorBackendURL"), address());
     environment.insert(QStringLiteral("VelmorLandingURL"), address());

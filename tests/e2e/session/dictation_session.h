@@ -19,6 +19,9 @@ public:
     /// Starts both for somebody who has the first run behind them, and signs in through the page; see
     /// isSignedIn() for the outcome. With `signIn` false it is the very first start.
     explicit DictationSession(bool signIn = true);
+    ~DictationSession();
+    DictationSession(const DictationSession&) = delete;
+    DictationSession& operator=(const DictationSession&) = delete;
 
     [[nodiscard]] Program& application() { return *m_application; }
     [[nodiscard]] Program& backend() { return *m_backend; }
@@ -66,6 +69,8 @@ public:
     static constexpr int wordsSpoken = 11;
 
 private:
+    /// No view may have complained until now.
+    void endApplication();
     /// With the application's access token; the reply's body.
     QByteArray request(const QByteArray& method, const QString& path, const QByteArray& json = {}) const;
     [[nodiscard]] QString browserNote() const { return m_folder.filePath(QStringLiteral("opened-url")); }
