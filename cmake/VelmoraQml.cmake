@@ -15,9 +15,11 @@ function(velmora_qml_module name)
         set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/.rcc/qmlcache/${compiled}.cpp"
             PROPERTIES COMPILE_OPTIONS -Wno-shadow) # the QML compiler's own style
     endforeach()
+    string(REPLACE "." "/" path "${ARG_URI}")
     qt_add_qml_module(${name} STATIC
         URI ${ARG_URI}
         VERSION 1.0
+        OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/qml/${path}"
         RESOURCE_PREFIX /qt/qml
         SOURCES ${sources}
         QML_FILES ${views}
