@@ -100,6 +100,8 @@ void X11KeyWatch::dispatch() {
     else if (!anyDown)
         m_comparison.stop();
     m_connection->flush();
+    if (m_connection->hasWaitingEvents()) // that came in beside it
+        dispatchSoon();
 }
 
 // Events that came in while a reply was waited for make the descriptor readable no more.

@@ -78,14 +78,16 @@ bool X11PasteEngine::canWorkWith(const X11Connection& connection) {
 }
 
 void X11PasteEngine::dispatch() {
-    while (const XcbEvent event = m_connection.nextEvent()) {
-        if (typeOf(*event) == m_fixesEvent + XCB_XFIXES_SELECTION_NOTIFY)
-            ownerChanged(reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(*event).owner);
-        m_clipboard.handle(*event);
-        m_primary.handle(*event);
-        m_transfers.handle(*event);
-    }
-    m_connection.flush();
+    do {
+        while (const XcbEvent event = m_connection.nextEvent()) {
+            if (typeOf(*event) == m_fixesEvent + XCB_XFIXES_SELECTION_NOTIFY)
+                ownerChanged(reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(*event).owner);
+            m_clipboard.handle(*event);
+            m_primary.handle(*event);
+            m_transfers.handle(*event);
+        }
+        m_connection.flush();
+    } while (m_connection.hasWaitingEvents()); // that came in beside it: the descriptor doesn't tell
 }
 
 std::optional<QString> X11PasteEngine::string(const std::optional<QString>& ownWidgets) {
