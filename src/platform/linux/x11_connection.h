@@ -62,7 +62,8 @@ public:
     /// Drops what has arrived; for connections that only ask, to which the server still tells of keyboard
     /// mappings.
     void discardEvents();
-    /// Whether nextEvent() has one without asking the server, as it may after a wait for a reply.
+    /// Whether nextEvent() has one without asking the server, as it may after a wait for a reply and after
+    /// flush(). The descriptor tells nothing of these.
     [[nodiscard]] bool hasWaitingEvents();
     /// The next event, or null when none comes in that time.
     [[nodiscard]] XcbEvent waitForEvent(std::chrono::milliseconds timeout);

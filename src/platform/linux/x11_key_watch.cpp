@@ -90,21 +90,19 @@ void X11KeyWatch::dispatch() {
         releaseAll();
         return;
     }
-    if (std::exchange(m_mappingChanged, false)) {
+    if (std::exchange(m_mappingChanged, false))
         readModifiers();
-        dispatchSoon();
-    }
     const bool anyDown = pressed().any();
     if (anyDown && !m_comparison.isActive())
         m_comparison.start(comparisonInterval);
     else if (!anyDown)
         m_comparison.stop();
     m_connection->flush();
-    if (m_connection->hasWaitingEvents()) // that came in beside it
+    if (m_connection->hasWaitingEvents())
         dispatchSoon();
 }
 
-// Events that came in while a reply was waited for make the descriptor readable no more.
+// Events that came in beside a reply or while something was sent make the descriptor readable no more.
 void X11KeyWatch::dispatchSoon() {
     QMetaObject::invokeMethod(
         &m_notifier, [this] { dispatch(); }, Qt::QueuedConnection);

@@ -87,7 +87,7 @@ void X11PasteEngine::dispatch() {
             m_transfers.handle(*event);
         }
         m_connection.flush();
-    } while (m_connection.hasWaitingEvents()); // that came in beside it: the descriptor doesn't tell
+    } while (m_connection.hasWaitingEvents());
 }
 
 std::optional<QString> X11PasteEngine::string(const std::optional<QString>& ownWidgets) {
