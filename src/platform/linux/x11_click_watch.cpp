@@ -4,7 +4,6 @@
 #include "platform/linux/x11_keyboards.h"
 
 #include <QCursor>
-#include <QSocketNotifier>
 
 #include <xcb/xinput.h>
 
@@ -24,7 +23,6 @@ X11ClickWatch::~X11ClickWatch() = default;
 void X11ClickWatch::setEnabled(bool enabled) {
     if (enabled == (m_connection != nullptr))
         return;
-    m_notifier.reset();
     m_connection.reset();
     if (enabled)
         open();
@@ -40,9 +38,8 @@ void X11ClickWatch::open() {
     } mask;
     xcb_input_xi_select_events(m_connection->get(), m_connection->root(), 1, &mask.head);
     m_inputOpcode = xcb_get_extension_data(m_connection->get(), &xcb_input_id)->major_opcode;
+    m_connection->listen([this] { readEvents(); });
     m_connection->sync();
-    m_notifier = std::make_unique<QSocketNotifier>(m_connection->fileDescriptor(), QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, &X11ClickWatch::readEvents);
 }
 
 // Whoever hears of a press may switch the watch off.
@@ -54,8 +51,6 @@ void X11ClickWatch::readEvents() {
             press.event_type == XCB_INPUT_RAW_BUTTON_PRESS)
             isPressed = isPressed || press.detail == leftButton || press.detail == rightButton;
     }
-    if (!m_connection->isOpen())
-        m_notifier->setEnabled(false); // it would stay readable for ever
     if (isPressed)
         Q_EMIT pressed(QCursor::pos());
 }

@@ -4,8 +4,6 @@
 
 #include <memory>
 
-class QSocketNotifier;
-
 namespace velmora {
 
 class X11Connection;
@@ -25,7 +23,6 @@ private:
     void readEvents();
 
     std::unique_ptr<X11Connection> m_connection; ///< while it is on
-    std::unique_ptr<QSocketNotifier> m_notifier;
     uint8_t m_inputOpcode = 0;
 };
 

@@ -1,5 +1,9 @@
 #include "platform/linux/x11_connection.h"
 
+#include <QAbstractEventDispatcher>
+#include <QPointer>
+#include <QSocketNotifier>
+
 #include <poll.h>
 
 #include <cerrno>
@@ -18,6 +22,7 @@ X11Connection::X11Connection(const QByteArray& display) {
 }
 
 X11Connection::~X11Connection() {
+    m_notifier.reset(); // before its descriptor
     xcb_disconnect(m_connection);
 }
 
@@ -94,6 +99,36 @@ xcb_timestamp_t X11Connection::serverTime(xcb_window_t ownWindow) {
         m_backlog.push_back(std::move(event));
     }
     return XCB_CURRENT_TIME;
+}
+
+// The descriptor tells of what the server has sent, but not of what the library has read already: beside a
+// reply, and with everything it sends. So that is looked for before the loop sleeps, whoever it was that
+// read.
+void X11Connection::listen(std::function<void()> arrived) {
+    m_arrived = std::move(arrived);
+    m_notifier = std::make_unique<QSocketNotifier>(fileDescriptor(), QSocketNotifier::Read);
+    QSocketNotifier* context = m_notifier.get();
+    QObject::connect(context, &QSocketNotifier::activated, context, [this] { tell(); });
+    for (const auto turn : {&QAbstractEventDispatcher::aboutToBlock, &QAbstractEventDispatcher::awake})
+        QObject::connect(QAbstractEventDispatcher::instance(), turn, context, [this] { attend(); });
+}
+
+// The events themselves wait for their turn in the loop: what they set off may be deleted later, and that
+// works in a turn alone.
+void X11Connection::attend() {
+    flush();
+    if (hasWaitingEvents() && !std::exchange(m_willTell, true))
+        QMetaObject::invokeMethod(
+            m_notifier.get(), [this] { tell(); }, Qt::QueuedConnection);
+}
+
+void X11Connection::tell() {
+    m_willTell = false;
+    const QPointer<QSocketNotifier> alive = m_notifier.get();
+    const auto arrived = m_arrived;
+    arrived();
+    if (alive && !isOpen())
+        m_notifier->setEnabled(false); // it would stay readable for ever
 }
 
 XcbEvent X11Connection::nextEvent() {

@@ -8,9 +8,12 @@
 #include <chrono>
 #include <cstdlib>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
+
+class QSocketNotifier;
 
 namespace velmora {
 
@@ -34,7 +37,6 @@ public:
 
     [[nodiscard]] bool isOpen() const { return m_screen && !xcb_connection_has_error(m_connection); }
     [[nodiscard]] xcb_connection_t* get() const { return m_connection; }
-    [[nodiscard]] int fileDescriptor() const { return xcb_get_file_descriptor(m_connection); }
     [[nodiscard]] xcb_window_t root() const {
         return m_screen ? m_screen->root : xcb_window_t{XCB_WINDOW_NONE};
     }
@@ -57,25 +59,39 @@ public:
     /// The server's time now; events that come in meanwhile wait for nextEvent().
     [[nodiscard]] xcb_timestamp_t serverTime(xcb_window_t ownWindow);
 
+    /// Has the thread's event loop work for the connection from now on: what was written goes out, and
+    /// `arrived` is called when there is something for nextEvent() to take, wherever it was read, and when
+    /// the server has hung up. `arrived` is never called from within a call of this class, and may destroy
+    /// the connection.
+    void listen(std::function<void()> arrived);
+
     /// The next event that has arrived, or null. Never waits.
     [[nodiscard]] XcbEvent nextEvent();
     /// Drops what has arrived; for connections that only ask, to which the server still tells of keyboard
     /// mappings.
     void discardEvents();
-    /// Whether nextEvent() has one without asking the server, as it may after a wait for a reply and after
-    /// flush(). The descriptor tells nothing of these.
+    /// Whether nextEvent() has one without asking the server: one that was read beside a reply, or while
+    /// something was sent.
     [[nodiscard]] bool hasWaitingEvents();
     /// The next event, or null when none comes in that time.
     [[nodiscard]] XcbEvent waitForEvent(std::chrono::milliseconds timeout);
+    /// Sends what was written; a connection that listens does so by itself.
     void flush() { xcb_flush(m_connection); }
     /// Waits until the server has done what was asked of it so far: other clients see it done.
     void sync();
 
 private:
+    [[nodiscard]] int fileDescriptor() const { return xcb_get_file_descriptor(m_connection); }
+    void attend();
+    void tell();
+
     xcb_connection_t* m_connection;
     xcb_screen_t* m_screen = nullptr;
     QHash<QByteArray, xcb_atom_t> m_atoms;
     std::deque<XcbEvent> m_backlog;
+    std::function<void()> m_arrived;
+    std::unique_ptr<QSocketNotifier> m_notifier; // while it listens
+    bool m_willTell = false;
 };
 
 /// The kind of event, without the bit that marks those sent by other clients.

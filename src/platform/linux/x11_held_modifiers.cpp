@@ -93,7 +93,6 @@ X11HeldModifiers::~X11HeldModifiers() {
         if (before[key] && !after[key])
             fakeKey(m_connection, XCB_KEY_RELEASE, key);
     }
-    m_connection.flush();
 }
 
 } // namespace velmora

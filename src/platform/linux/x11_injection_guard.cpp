@@ -52,7 +52,6 @@ bool X11InjectionFilter::isOwn(uint32_t eventSequence) const {
 void X11InjectionFilter::fence() {
     m_fencedEnds = Injections::shared().ended;
     m_fence = xcb_no_operation(m_connection.get()).sequence;
-    m_connection.flush();
 }
 
 } // namespace velmora

@@ -39,7 +39,6 @@ X11KeyWatch::X11KeyWatch(std::unique_ptr<X11Connection> connection, Handler hand
     : m_connection(std::move(connection))
     , m_handler(std::move(handler))
     , m_capsLockBit(capsLockBit)
-    , m_notifier(m_connection->fileDescriptor(), QSocketNotifier::Read)
     , m_injections(*m_connection)
     , m_grab(*m_connection) {
     selectEvents();
@@ -52,9 +51,8 @@ X11KeyWatch::X11KeyWatch(std::unique_ptr<X11Connection> connection, Handler hand
         m_connection->get(), xcb_query_pointer(m_connection->get(), m_connection->root()), nullptr));
     m_capsLock = m_capsLockBit == CapsLockBit::OfLock && pointer && pointer->mask & XCB_MOD_MASK_LOCK;
 
-    QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { dispatch(); });
+    m_connection->listen([this] { dispatch(); });
     QObject::connect(&m_comparison, &QTimer::timeout, &m_comparison, [this] { compareWithServer(); });
-    dispatchSoon();
 }
 
 // Of every keyboard by itself, so that one which a grab detaches from the session is heard on.
@@ -85,7 +83,6 @@ void X11KeyWatch::dispatch() {
     while (const XcbEvent event = m_connection->nextEvent())
         handle(*event);
     if (!m_connection->isOpen()) {
-        m_notifier.setEnabled(false); // it would stay readable for ever
         m_comparison.stop();
         releaseAll();
         return;
@@ -97,15 +94,6 @@ void X11KeyWatch::dispatch() {
         m_comparison.start(comparisonInterval);
     else if (!anyDown)
         m_comparison.stop();
-    m_connection->flush();
-    if (m_connection->hasWaitingEvents())
-        dispatchSoon();
-}
-
-// Events that came in beside a reply or while something was sent make the descriptor readable no more.
-void X11KeyWatch::dispatchSoon() {
-    QMetaObject::invokeMethod(
-        &m_notifier, [this] { dispatch(); }, Qt::QueuedConnection);
 }
 
 void X11KeyWatch::handle(const xcb_generic_event_t& event) {
@@ -234,7 +222,6 @@ void X11KeyWatch::claim(const std::optional<KeyChord>& chord) {
         return;
     m_chord = chord;
     grabChord();
-    dispatchSoon();
 }
 
 void X11KeyWatch::grabChord() {
@@ -262,10 +249,8 @@ void X11KeyWatch::compareWithServer() {
     if (!m_connection->isOpen())
         return;
     const std::vector<X11Keys> held = pressedByServer();
-    if (m_connection->hasWaitingEvents()) {
-        dispatchSoon();
+    if (m_connection->hasWaitingEvents())
         return;
-    }
     for (std::size_t i = 0; i < m_keyboards.size(); ++i) {
         const X11Keyboard keyboard = m_keyboards[i];
         const X11Keys missed = m_pressed[keyboard.id] & ~held[i];

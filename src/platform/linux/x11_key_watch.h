@@ -5,7 +5,6 @@
 #include "platform/linux/x11_injection_guard.h"
 #include "platform/linux/x11_modifier_keys.h"
 
-#include <QSocketNotifier>
 #include <QTimer>
 
 #include <functional>
@@ -41,7 +40,6 @@ private:
 
     void selectEvents();
     void dispatch();
-    void dispatchSoon();
     void handle(const xcb_generic_event_t& event);
     void handleInput(const xcb_ge_generic_event_t& event);
     void handleRaw(const xcb_input_raw_key_press_event_t& event);
@@ -61,7 +59,6 @@ private:
     std::unique_ptr<X11Connection> m_connection;
     Handler m_handler;
     const CapsLockBit m_capsLockBit;
-    QSocketNotifier m_notifier;
     QTimer m_comparison;
     X11InjectionFilter m_injections;
     X11ModifierKeys m_modifiers;

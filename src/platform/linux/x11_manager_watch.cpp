@@ -2,8 +2,6 @@
 
 #include "platform/linux/x11_connection.h"
 
-#include <QSocketNotifier>
-
 #include <xcb/xfixes.h>
 
 namespace velmora {
@@ -15,7 +13,7 @@ X11ManagerWatch::X11ManagerWatch(QByteArray selection, const QByteArray& display
     if (!m_connection->isOpen())
         return;
     watch();
-    readEvents();
+    update();
 }
 
 X11ManagerWatch::~X11ManagerWatch() = default;
@@ -31,21 +29,11 @@ void X11ManagerWatch::watch() {
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    m_notifier = std::make_unique<QSocketNotifier>(x.fileDescriptor(), QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, &X11ManagerWatch::readEvents);
-}
-
-void X11ManagerWatch::readEvents() {
-    do {
-        while (m_connection->nextEvent()) { // of whatever kind: who is the owner now is what counts
-        }
-        update();
-    } while (m_connection->hasWaitingEvents()); // some may have come in beside the answer
-    if (m_notifier && !m_connection->isOpen())
-        m_notifier->setEnabled(false); // it would stay readable for ever
+    x.listen([this] { update(); });
 }
 
 void X11ManagerWatch::update() {
+    m_connection->discardEvents(); // of whatever kind: who is the owner now is what counts
     const quint32 owner = m_connection->ownerOf(m_connection->atom(m_selection));
     if (std::exchange(m_owner, owner) != owner)
         Q_EMIT changed();

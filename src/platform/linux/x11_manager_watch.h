@@ -5,8 +5,6 @@
 
 #include <memory>
 
-class QSocketNotifier;
-
 namespace velmora {
 
 class X11Connection;
@@ -29,12 +27,10 @@ Q_SIGNALS:
 
 private:
     void watch();
-    void readEvents();
     void update();
 
     const QByteArray m_selection;
     std::unique_ptr<X11Connection> m_connection;
-    std::unique_ptr<QSocketNotifier> m_notifier;
     quint32 m_owner = 0;
 };
 

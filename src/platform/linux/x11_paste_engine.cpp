@@ -55,7 +55,7 @@ X11PasteEngine::X11PasteEngine(MainLoop& loop, const QByteArray& display, const 
     m_fixesEvent = xcb_get_extension_data(x, &xcb_xfixes_id)->first_event;
     xcb_xfixes_select_selection_input(x, m_clipboard.window(), m_clipboard.selection(),
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
-    m_connection.flush();
+    m_connection.listen([this] { dispatch(); });
 }
 
 X11PasteEngine::~X11PasteEngine() {
@@ -78,16 +78,13 @@ bool X11PasteEngine::canWorkWith(const X11Connection& connection) {
 }
 
 void X11PasteEngine::dispatch() {
-    do {
-        while (const XcbEvent event = m_connection.nextEvent()) {
-            if (typeOf(*event) == m_fixesEvent + XCB_XFIXES_SELECTION_NOTIFY)
-                ownerChanged(reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(*event).owner);
-            m_clipboard.handle(*event);
-            m_primary.handle(*event);
-            m_transfers.handle(*event);
-        }
-        m_connection.flush();
-    } while (m_connection.hasWaitingEvents());
+    while (const XcbEvent event = m_connection.nextEvent()) {
+        if (typeOf(*event) == m_fixesEvent + XCB_XFIXES_SELECTION_NOTIFY)
+            ownerChanged(reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(*event).owner);
+        m_clipboard.handle(*event);
+        m_primary.handle(*event);
+        m_transfers.handle(*event);
+    }
 }
 
 std::optional<QString> X11PasteEngine::string(const std::optional<QString>& ownWidgets) {
@@ -111,7 +108,6 @@ std::optional<QString> X11PasteEngine::string(const std::optional<QString>& ownW
 void X11PasteEngine::write(const std::optional<QString>& text) {
     m_line.emplace_back(Write{text});
     advance();
-    dispatch();
 }
 
 void X11PasteEngine::paste(const std::optional<QString>& text) {
@@ -119,7 +115,6 @@ void X11PasteEngine::paste(const std::optional<QString>& text) {
     if (m_running && m_running->overdue)
         m_running.reset();
     advance();
-    dispatch();
 }
 
 void X11PasteEngine::advance() {
@@ -222,10 +217,7 @@ void X11PasteEngine::settle() {
 }
 
 void X11PasteEngine::finishAfter(MainLoop::Duration time) {
-    m_running->end = m_loop.after(time, [this] {
-        expire();
-        dispatch();
-    });
+    m_running->end = m_loop.after(time, [this] { expire(); });
 }
 
 void X11PasteEngine::expire() {

@@ -23,7 +23,7 @@ namespace velmora {
 /// What the user copies in another program meanwhile is not lost: a write that puts back what string() told
 /// (each answer counts once) gives way to what was copied since.
 ///
-/// Lives on the thread of its loop. The caller hands it the connection's events by calling dispatch().
+/// Lives on the thread of its loop, which must be Qt's.
 class X11PasteEngine {
 public:
     X11PasteEngine(MainLoop& loop, const QByteArray& display, const QStringList& moreTerminals);
@@ -33,9 +33,6 @@ public:
     /// Whether the server has what is needed.
     [[nodiscard]] static bool canWorkWith(const X11Connection& connection);
     [[nodiscard]] bool isUsable() const { return canWorkWith(m_connection); }
-    [[nodiscard]] int fileDescriptor() const { return m_connection.fileDescriptor(); }
-    /// Works off what has arrived from the server. To be called when the descriptor is readable.
-    void dispatch();
 
     /// What the clipboard will hold when the line is worked off. Asks the owner, and waits for its answer,
     /// when that is another program; `ownWidgets` is its answer when that is a text field of this process.
@@ -81,6 +78,7 @@ private:
         std::optional<std::optional<QString>> newer;
     };
 
+    void dispatch();
     void advance();
     void perform(const Write& write);
     void perform(const Paste& paste);

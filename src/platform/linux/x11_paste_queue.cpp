@@ -7,7 +7,6 @@
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QMimeData>
-#include <QSocketNotifier>
 #include <QThread>
 
 #include <future>
@@ -60,14 +59,6 @@ private:
         m_events = &events;
         m_engine = &engine;
         m_isUsable = engine.isUsable();
-        std::optional<QSocketNotifier> notifier;
-        if (m_isUsable) {
-            notifier.emplace(engine.fileDescriptor(), QSocketNotifier::Read);
-            QObject::connect(&*notifier, &QSocketNotifier::activated, &*notifier, [&] {
-                engine.dispatch();
-                notifier->setEnabled(engine.isUsable()); // a server that is gone stays readable for ever
-            });
-        }
         started.set_value();
         events.exec();
     }

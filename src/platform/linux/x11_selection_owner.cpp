@@ -44,7 +44,6 @@ void X11SelectionOwner::clear() {
     m_offers.clear();
     xcb_set_selection_owner(m_connection.get(), XCB_WINDOW_NONE, m_selection,
                             m_connection.serverTime(m_window));
-    m_connection.flush();
 }
 
 xcb_window_t X11SelectionOwner::foreignOwner() const {
@@ -84,7 +83,6 @@ void X11SelectionOwner::answer(const xcb_selection_request_event_t& request) {
     }
     xcb_send_event(m_connection.get(), false, request.requestor, XCB_EVENT_MASK_NO_EVENT,
                    reinterpret_cast<const char*>(&notify));
-    m_connection.flush();
 }
 
 bool X11SelectionOwner::convert(const Offer& offer, xcb_window_t reader, xcb_atom_t target,

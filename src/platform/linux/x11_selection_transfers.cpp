@@ -81,7 +81,6 @@ void X11SelectionTransfers::sendNext(Transfer& transfer) {
 void X11SelectionTransfers::watch(Transfer& transfer) {
     transfer.expiry = m_loop.after(stalled, [this, reader = transfer.reader, property = transfer.property] {
         forget(reader, property);
-        m_connection.flush();
     });
 }
 

@@ -1,4 +1,5 @@
 #include "core/key_code_names.h"
+#include "platform/linux/x11_injection_guard.h"
 #include "platform/linux/x11_key_codes.h"
 #include "tapped_keyboard.h"
 
@@ -141,6 +142,22 @@ TEST_F(X11EventTapTest, FastTaps_ArriveInOrder) {
                                          keyDown(keyA), keyUp(keyA)});
     }
     EXPECT_EQ(heard(), expected);
+}
+
+TEST_F(X11EventTapTest, KeyArrivesAsAPasteEnds_IsHeardAtOnce) {
+    listen();
+    ASSERT_THAT(heard(), IsEmpty());
+    const auto type = [this] {
+        hand.press(letterA);
+        EXPECT_TRUE(hand.isDown(letterA));
+    };
+    const auto typeAndEndAPaste = [type] { // in one turn of the loop
+        QMetaObject::invokeMethod(qApp, type, Qt::QueuedConnection);
+        const X11InjectionGuard paste;
+    };
+    QMetaObject::invokeMethod(qApp, typeAndEndAPaste, Qt::QueuedConnection);
+    EXPECT_TRUE(waitUntil([this] { return !events.empty(); })) << "not before the next key";
+    EXPECT_THAT(heard(), ElementsAre(keyDown(keyA)));
 }
 
 TEST_F(X11EventTapTest, HeldKey_DoesNotRepeat) {
