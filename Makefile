@@ -23,8 +23,7 @@ run: ## Start the embedded backend and the application; without a display, the d
 test: ## Every test, and the unit tests once more under the address and undefined-behaviour sanitizers
 	@scripts/packages install build view test run
 	@scripts/build release
-	@ctest --test-dir build --output-on-failure --no-tests=error -j2 -LE 'adapters|e2e'
-	@ctest --test-dir build --output-on-failure --no-tests=error -j2 -L 'adapters|e2e' --repeat until-pass:2
+	@ctest --test-dir build --output-on-failure --no-tests=error -j2
 	@scripts/build asan unit_tests
 	@ctest --test-dir build/asan --output-on-failure --no-tests=error -j2 -L unit
 

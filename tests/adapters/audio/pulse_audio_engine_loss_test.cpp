@@ -46,7 +46,7 @@ protected:
                 const double passed = std::chrono::duration<double>(Clock::now() - m_started).count();
                 return std::abs(passed - m_recording.seconds()) < 0.3;
             },
-            5'000);
+            20'000);
     }
 
     PrivatePulseServer m_server;

@@ -159,14 +159,12 @@ void DictationSession::dictateHolding() {
 
 std::optional<HistoryItem> DictationSession::dictation(std::size_t count) const {
     std::optional<HistoryItem> newest;
-    waitUntil(
-        [&newest, count] {
-            const HistoryStore history(applicationSupportFolder());
-            if (history.items().size() >= count)
-                newest = history.items().front();
-            return newest.has_value();
-        },
-        std::chrono::seconds(30));
+    waitUntil([&newest, count] {
+        const HistoryStore history(applicationSupportFolder());
+        if (history.items().size() >= count)
+            newest = history.items().front();
+        return newest.has_value();
+    });
     return newest;
 }
 

@@ -23,7 +23,7 @@ bool Program::says(const QByteArray& text) const {
 
 int Program::terminate() {
     m_process.terminate();
-    if (!m_process.waitForFinished(5000)) {
+    if (!m_process.waitForFinished()) {
         kill();
         return -1;
     }

@@ -110,7 +110,7 @@ std::unique_ptr<TargetApplication> TargetApplication::chromium() {
                    QStringLiteral("--app=file://") + file.fileName()},
                   "Chromium");
     const auto areaHasFocus = [&] { return activeTitle().startsWith(mark); };
-    target->m_ready = target->m_ready && waitUntil(areaHasFocus, 20s);
+    target->m_ready = target->m_ready && waitUntil(areaHasFocus);
     // Keys are lost for a while yet: wait until one comes through, then take back what there is of it.
     const auto typed = [&] {
         pressKeys("a");
@@ -121,7 +121,7 @@ std::unique_ptr<TargetApplication> TargetApplication::chromium() {
         pressKeys("BackSpace");
         return target->m_read().isEmpty();
     };
-    target->m_ready = target->m_ready && waitUntil(typed, 20s) && waitUntil(empty);
+    target->m_ready = target->m_ready && waitUntil(typed) && waitUntil(empty);
     return target;
 }
 
@@ -137,26 +137,22 @@ void TargetApplication::start(const QString& program, const QStringList& argumen
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     m_process.setStandardOutputFile(path("log"));
     m_process.start(program, arguments);
-    m_ready = waitUntil(
-        [&] {
-            m_window = activeWindow(x);
-            // The window manager may still name the one before, when both have the same ID.
-            const XcbReply<xcb_get_input_focus_reply_t> focus(
-                xcb_get_input_focus_reply(x.get(), xcb_get_input_focus(x.get()), nullptr));
-            return x.property(m_window, XCB_ATOM_WM_CLASS).split('\0').contains(windowClass) && focus &&
-                   x.clientOf(focus->focus) == x.clientOf(m_window);
-        },
-        30s);
+    m_ready = waitUntil([&] {
+        m_window = activeWindow(x);
+        // The window manager may still name the one before, when both have the same ID.
+        const XcbReply<xcb_get_input_focus_reply_t> focus(
+            xcb_get_input_focus_reply(x.get(), xcb_get_input_focus(x.get()), nullptr));
+        return x.property(m_window, XCB_ATOM_WM_CLASS).split('\0').contains(windowClass) && focus &&
+               x.clientOf(focus->focus) == x.clientOf(m_window);
+    });
 }
 
 QString TargetApplication::document(const QString& expected) {
     QString text;
-    const bool arrived = waitUntil(
-        [&] {
-            text = m_read();
-            return text == expected;
-        },
-        3s);
+    const bool arrived = waitUntil([&] {
+        text = m_read();
+        return text == expected;
+    });
     return arrived ? expected : text;
 }
 

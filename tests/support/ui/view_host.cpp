@@ -65,7 +65,7 @@ void ViewHost::finishShowing(QSize size) {
                                   : QSizeF(root()->implicitWidth(), root()->implicitHeight()).toSize());
     m_view->show();
     m_view->requestActivate();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(m_view.get()));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(m_view.get(), 30'000));
 }
 
 QQuickItem* ViewHost::find(const QString& name) const {

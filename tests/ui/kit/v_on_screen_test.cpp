@@ -40,7 +40,7 @@ TEST_F(VOnScreenTest, WhatHoldsItIsHidden_IsNotSeenAtOnce) {
     EXPECT_FALSE(isShown());
     host.window().hide();
     host.window().show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&host.window()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&host.window(), 30'000));
     EXPECT_FALSE(host.grab().isNull());
     EXPECT_FALSE(isShown());
     item("tab")->setVisible(true);

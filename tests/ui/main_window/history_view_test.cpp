@@ -137,8 +137,7 @@ TEST_F(HistoryViewTest, NarrowView_HasShortButtonsThatDoTheSame) {
     host.click(QStringLiteral("Чистый"));
     EXPECT_EQ(desktop.clipboard, QStringLiteral("третья"));
     host.window().resize(700, 500);
-    EXPECT_TRUE(
-        QTest::qWaitFor([this] { return host.texts().contains(QStringLiteral("Копировать сырой")); }));
+    EXPECT_TRUE(waitUntil([this] { return host.texts().contains(QStringLiteral("Копировать сырой")); }));
 }
 
 TEST_F(HistoryViewTest, Embedded_HasNoHeader) {

@@ -1,4 +1,5 @@
 #include "support/main_window_stage.h"
+#include "support/wait.h"
 
 #include <QScreen>
 #include <QSignalSpy>
@@ -31,7 +32,7 @@ TEST_F(MainWindowTest, Opened_IsAnOrdinaryOpaqueWindowInTheMiddleOfItsScreen) {
 }
 
 TEST_F(MainWindowTest, WhileOpen_LooksAtTheRightsEveryTwoSeconds) {
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&openWindow()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&openWindow(), 30'000));
     rights.granted = {PrivacyRight::Microphone};
     loop.advance(2s - 1us);
     EXPECT_FALSE(perms.micGranted());
@@ -44,9 +45,9 @@ TEST_F(MainWindowTest, WhileOpen_LooksAtTheRightsEveryTwoSeconds) {
 
 TEST_F(MainWindowTest, OutOfSight_DoesNotLookAtTheRights) {
     MainWindow& opened = openWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&opened));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&opened, 30'000));
     opened.hide();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !opened.isExposed(); }));
+    ASSERT_TRUE(waitUntil([&] { return !opened.isExposed(); }));
     rights.granted = {PrivacyRight::Microphone};
     loop.advance(10s);
     EXPECT_FALSE(perms.micGranted());
@@ -69,7 +70,7 @@ TEST_F(MainWindowTest, Closed_SaysSoOnceAndPollsNoMore) {
 
 TEST_F(MainWindowTest, CloseKeyPressed_Closes) {
     MainWindow& opened = openWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&opened));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&opened, 30'000));
     const QSignalSpy closed(&opened, &MainWindow::closed);
     QTest::keyClick(static_cast<QWindow*>(&opened), Qt::Key_W, Qt::ControlModifier);
     EXPECT_EQ(closed.size(), 1);

@@ -31,7 +31,7 @@ protected:
     [[nodiscard]] bool isOpen() const { return panel() != nullptr; }
     void open() {
         statusItem.click();
-        ASSERT_TRUE(isOpen() && QTest::qWaitForWindowActive(panel()));
+        ASSERT_TRUE(isOpen() && QTest::qWaitForWindowActive(panel(), 30'000));
     }
     [[nodiscard]] QRect popupOnScreen() const {
         return QRectF(panel()->position() + panel()->view().position(), panel()->view().size()).toRect();

@@ -1,5 +1,6 @@
 #include "onboarding_fixture.h"
 #include "support/ui/view_host.h"
+#include "support/wait.h"
 
 #include <QTest>
 
@@ -284,8 +285,8 @@ TEST_F(OnboardingViewTest, Rings_GoOutOneAfterTheOther) {
     const QObject* rings = host.root()->findChild<QObject*>(QStringLiteral("rings"));
     ASSERT_TRUE(rings);
     const auto pulse = [rings](const char* name) { return rings->property(name).toReal(); };
-    EXPECT_TRUE(QTest::qWaitFor([&] { return pulse("pulse1") > 0 && pulse("pulse2") == 0; }));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return pulse("pulse2") > 0 && pulse("pulse2") < pulse("pulse1"); }));
+    EXPECT_TRUE(waitUntil([&] { return pulse("pulse1") > 0 && pulse("pulse2") == 0; }));
+    EXPECT_TRUE(waitUntil([&] { return pulse("pulse2") > 0 && pulse("pulse2") < pulse("pulse1"); }));
 }
 
 TEST_F(OnboardingViewTest, StepChanges_TheNextOneComesIn) {
@@ -295,5 +296,5 @@ TEST_F(OnboardingViewTest, StepChanges_TheNextOneComesIn) {
     EXPECT_FALSE(entrance->property("running").toBool());
     model->proceed();
     EXPECT_TRUE(entrance->property("running").toBool());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !entrance->property("running").toBool(); }));
+    EXPECT_TRUE(waitUntil([&] { return !entrance->property("running").toBool(); }));
 }

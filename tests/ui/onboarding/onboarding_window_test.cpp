@@ -1,5 +1,6 @@
 #include "onboarding_fixture.h"
 #include "support/fake_color_scheme.h"
+#include "support/wait.h"
 #include "ui/kit/ui_engine.h"
 #include "ui/kit/v_theme.h"
 #include "ui/onboarding/onboarding_window.h"
@@ -52,7 +53,7 @@ TEST_F(OnboardingWindowTest, Opened_IsAnOrdinaryWindowOfOneSize) {
 
 TEST_F(OnboardingWindowTest, WhileOpen_LooksAtTheRightsAtOnceAndEveryTwoSeconds) {
     stage.rights.granted = {PrivacyRight::Accessibility};
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&openWindow()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&openWindow(), 30'000));
     EXPECT_TRUE(stage.perms.accessibilityGranted());
     stage.rights.granted = {PrivacyRight::Microphone};
     loop.advance(2s);
@@ -62,7 +63,7 @@ TEST_F(OnboardingWindowTest, WhileOpen_LooksAtTheRightsAtOnceAndEveryTwoSeconds)
 TEST_F(OnboardingWindowTest, SessionEndsBehindTheSignIn_TheNextLookGoesBackToIt) {
     stage.signedIn();
     storeStep(OnboardingModel::TutorialDictation);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&openWindow()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&openWindow(), 30'000));
     EXPECT_EQ(model().step(), OnboardingModel::TutorialDictation);
     auth.clear();
     loop.advance(2s);
@@ -71,14 +72,14 @@ TEST_F(OnboardingWindowTest, SessionEndsBehindTheSignIn_TheNextLookGoesBackToIt)
 
 TEST_F(OnboardingWindowTest, OutOfSight_NothingMoves) {
     OnboardingWindow& opened = openWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&opened));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&opened, 30'000));
     const QObject* timeline = opened.rootObject()->findChild<QObject*>(QStringLiteral("timeline"));
     ASSERT_TRUE(timeline);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return timeline->property("running").toBool(); }));
+    EXPECT_TRUE(waitUntil([&] { return timeline->property("running").toBool(); }));
     opened.hide();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !timeline->property("running").toBool(); }));
+    EXPECT_TRUE(waitUntil([&] { return !timeline->property("running").toBool(); }));
     opened.show();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return timeline->property("running").toBool(); }));
+    EXPECT_TRUE(waitUntil([&] { return timeline->property("running").toBool(); }));
 }
 
 TEST_F(OnboardingWindowTest, LastStepDone_ClosesItself) {
@@ -95,7 +96,7 @@ TEST_F(OnboardingWindowTest, LastStepDone_ClosesItself) {
 
 TEST_F(OnboardingWindowTest, CloseKeyPressed_Closes) {
     OnboardingWindow& opened = openWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&opened));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&opened, 30'000));
     const QSignalSpy closed(&opened, &OnboardingWindow::closed);
     QTest::keyClick(static_cast<QWindow*>(&opened), Qt::Key_W, Qt::ControlModifier);
     EXPECT_EQ(closed.size(), 1);
@@ -104,7 +105,7 @@ TEST_F(OnboardingWindowTest, CloseKeyPressed_Closes) {
 
 TEST_F(OnboardingWindowTest, ProgramEnds_IsNoClosingByTheUser) {
     OnboardingWindow& opened = openWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&opened));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&opened, 30'000));
     const QSignalSpy closed(&opened, &OnboardingWindow::closed);
     QTimer::singleShot(0, qApp, &QCoreApplication::quit);
     EXPECT_EQ(QCoreApplication::exec(), 0);

@@ -225,7 +225,7 @@ TEST_F(SettingsRecordingViewTest, WindowIsLeft_EndsTheCapture) {
     QQuickWindow other;
     other.show();
     other.requestActivate();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other, 30'000));
     EXPECT_TRUE(waitUntil([&] { return !hotkey.isCapturing(); }));
 }
 

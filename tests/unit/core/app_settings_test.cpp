@@ -1,4 +1,5 @@
 #include "core/app_settings.h"
+#include "support/wait.h"
 
 #include <QFile>
 #include <QMetaProperty>
@@ -8,6 +9,7 @@
 #include <gmock/gmock.h>
 
 using namespace velmora;
+using velmora::test::waitUntil;
 
 namespace {
 
@@ -83,7 +85,7 @@ TEST_F(AppSettingsTest, Change_OfOneKey_NotifiesThatPropertyAlone) {
     QSignalSpy hotkey(&settings, &AppSettings::hotkeyChanged);
     UserDefaults elsewhere(path);
     elsewhere.set(QStringLiteral("mode"), QStringLiteral("toggle"));
-    ASSERT_TRUE(mode.count() > 0 || mode.wait());
+    ASSERT_TRUE(waitUntil([&] { return !mode.isEmpty(); }));
     EXPECT_EQ(settings.mode(), QStringLiteral("toggle"));
     EXPECT_EQ(mode.count(), 1);
     EXPECT_EQ(hotkey.count(), 0);

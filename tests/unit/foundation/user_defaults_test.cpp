@@ -1,5 +1,6 @@
 #include "foundation/log.h"
 #include "foundation/user_defaults.h"
+#include "support/wait.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,6 +11,7 @@
 #include <gmock/gmock.h>
 
 using namespace velmora;
+using velmora::test::waitUntil;
 
 namespace {
 
@@ -119,7 +121,7 @@ TEST_F(UserDefaultsTest, Changed_ByAnotherWriter_IsSeenAndReported) {
     QSignalSpy changes(&watching, &UserDefaults::changed);
     UserDefaults other(path);
     other.set(key, QStringLiteral("ralt"));
-    ASSERT_TRUE(changes.count() > 0 || changes.wait());
+    ASSERT_TRUE(waitUntil([&] { return !changes.isEmpty(); }));
     EXPECT_EQ(watching.string(key), QStringLiteral("ralt"));
 }
 
@@ -128,7 +130,7 @@ TEST_F(UserDefaultsTest, Changed_ByAnEditorInPlace_IsSeenAndReported) {
     watching.set(key, QStringLiteral("fn"));
     QSignalSpy changes(&watching, &UserDefaults::changed);
     writeFile(R"({"key":"rcmd"})");
-    ASSERT_TRUE(changes.count() > 0 || changes.wait());
+    ASSERT_TRUE(waitUntil([&] { return !changes.isEmpty(); }));
     EXPECT_EQ(watching.string(key), QStringLiteral("rcmd"));
 }
 

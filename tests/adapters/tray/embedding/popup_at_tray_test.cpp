@@ -29,7 +29,7 @@ public:
     PressedWindow() {
         setGeometry(100, 300, 200, 200);
         show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(this));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(this, 30'000));
     }
 
     int presses = 0;
