@@ -23,6 +23,8 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
+
 using namespace std::chrono_literals;
 using namespace velmora;
 using namespace velmora::test;
@@ -253,11 +255,12 @@ TEST_F(AppDelegateTest, OtherSchemesAndHosts_AreIgnoredWithoutAWord) {
 TEST_F(AppDelegateTest, LegacyMigration_ClearsOnceWhatTheFormerVersionLeft) {
     QDir().mkpath(support);
     const QString oldKey = support + QStringLiteral("/openai-key");
+    static constexpr std::array oldSettings{"language",      "useGPTCleanup", "model",        "temperature",
+                                            "cleanupPrompt", "developerMode", "promptVersion"};
     const auto leaveOldThings = [&] {
         QFile file(oldKey);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        for (const char* key : {"language", "useGPTCleanup", "model", "temperature", "cleanupPrompt",
-                                "developerMode", "promptVersion"})
+        for (const char* key : oldSettings)
             defaults.set(QLatin1String(key), true);
         settings.setHasOnboarded(true);
     };
@@ -266,14 +269,16 @@ TEST_F(AppDelegateTest, LegacyMigration_ClearsOnceWhatTheFormerVersionLeft) {
     app.applicationDidFinishLaunching();
     EXPECT_FALSE(QFile::exists(oldKey));
     EXPECT_FALSE(settings.hasOnboarded());
-    EXPECT_FALSE(defaults.contains(QStringLiteral("temperature")));
-    EXPECT_FALSE(defaults.contains(QStringLiteral("promptVersion")));
+    for (const char* key : oldSettings)
+        EXPECT_FALSE(defaults.contains(QLatin1String(key))) << key;
     EXPECT_EQ(settings.mode(), QStringLiteral("toggle"));
     EXPECT_EQ(defaults.boolean(QStringLiteral("velmora.migratedToSaaS")), true);
     leaveOldThings();
     app.applicationDidFinishLaunching();
     EXPECT_TRUE(QFile::exists(oldKey));
     EXPECT_TRUE(settings.hasOnboarded());
+    for (const char* key : oldSettings)
+        EXPECT_TRUE(defaults.contains(QLatin1String(key))) << key;
 }
 
 TEST_F(AppDelegateTest, Launch_OnboardedAndSignedIn_ShowsTheIconAndNoWindow) {

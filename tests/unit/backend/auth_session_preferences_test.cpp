@@ -201,6 +201,24 @@ TEST_F(AuthSessionPreferences, LogoutWithinThePause_SendsNoPatchAndForgetsIt) {
     EXPECT_EQ(transport.last().request.body, R"({"cleanupEnabled":false})");
 }
 
+TEST_F(AuthSessionPreferences, LogoutWithinThePause_PauseEndsBeforeTheServerAnswers_SendsNoPatch) {
+    patchLanguage("en");
+    const Outcome<> logout(session.logout());
+    loop.advance(1min); // signed in still
+    ASSERT_EQ(transport.count(), 1U);
+    transport.last().reply(204);
+    EXPECT_TRUE(logout.succeeded());
+}
+
+TEST_F(AuthSessionPreferences, LogoutWithinThePause_SignedInAgainBeforeItsEnd_SendsNoPatch) {
+    patchLanguage("en");
+    const Outcome<> logout(session.logout());
+    transport.last().reply(204);
+    store.save(QStringLiteral("access-9"), QStringLiteral("refresh-9"));
+    loop.advance(1min);
+    EXPECT_EQ(transport.count(), 1U);
+}
+
 TEST_F(AuthSessionPreferences, ExpiredToken_IsRotatedAndThePatchSentAgain) {
     patchLanguage("en");
     loop.advance(500ms);

@@ -116,6 +116,15 @@ TEST_F(HotkeyGestureGateTest, RepeatedPressWithoutRelease_HasNoEffect) {
     EXPECT_EQ(commands, QStringLiteral("+"));
 }
 
+TEST_F(HotkeyGestureGateTest, PressRepeatedDuringAHold_DoesNotBeginItAnew) {
+    gate.press();
+    loop.advance(150ms);
+    gate.press();
+    loop.advance(100ms);
+    gate.release(); // held for 250 ms in all: no tap
+    EXPECT_EQ(commands, QStringLiteral("+-"));
+}
+
 TEST_F(HotkeyGestureGateTest, ReleaseWithoutPress_HasNoEffect) {
     gate.release();
     EXPECT_EQ(commands, QString());

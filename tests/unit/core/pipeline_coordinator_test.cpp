@@ -187,6 +187,22 @@ TEST_F(PipelineCoordinatorTest, PressInTheTailOrTheTokenWait_IsDropped) {
     EXPECT_EQ(engine.starts, 1);
 }
 
+TEST_F(PipelineCoordinatorTest, PressInTheTail_PlaysNoSecondCueAndMovesNoStart) {
+    pipeline.startRecording();
+    loop.advance(1s);
+    pipeline.stopAndProcess();
+    loop.advance(50ms);
+    states.clear();
+    pipeline.startRecording();
+    EXPECT_EQ(pipeline.state(), PipelineState(state::Recording{1.0}));
+    EXPECT_THAT(player.played, SizeIs(1));
+    EXPECT_EQ(account.freshTokenCalls, 1);
+    loop.advance(100ms);
+    EXPECT_THAT(states, ElementsAre(PipelineState(state::Transcribing{}))); // and no tick in between
+    serverDone(QStringLiteral("Текст."));
+    EXPECT_DOUBLE_EQ(history.items().front().durationSec, 1.15);
+}
+
 TEST_F(PipelineCoordinatorTest, TokenComesBack_TheUploadBegins) {
     account.holdRefresh = true;
     pipeline.startRecording();
