@@ -45,19 +45,24 @@ protected:
                       << session.backend().output().toStdString();
     }
 
-    /// The n-th dictation is in the editor, as it is in the history, and it is what was said.
-    void expectDictated(std::size_t count) {
-        const std::optional<HistoryItem> item = session.dictation(count);
+    /// The one dictation there is is in the editor, as it is in the history, and it is what was said.
+    void expectDictated() {
+        const std::optional<HistoryItem> item = session.dictation(1);
         ASSERT_TRUE(item);
+        EXPECT_EQ(DictationSession::dictations(), 1U);
         EXPECT_THAT(DictationSession::wordsHeard(item->cleanedText), Ge(DictationSession::wordsSpoken / 2));
         EXPECT_EQ(editor->document(item->cleanedText), item->cleanedText);
         EXPECT_EQ(item->appName, QStringLiteral("Mousepad"));
         EXPECT_EQ(item->appBundleId, QStringLiteral("org.xfce.mousepad"));
         EXPECT_TRUE(DictationSession::isQuiet());
     }
-    void expectNothingDictated() {
+    /// The last attempt has left nothing but its message. What it might have left in the editor or the
+    /// history would be there before what the next one does, which must find the program ready and works.
+    void expectOnlyTheNextIsDictated() {
         EXPECT_TRUE(DictationSession::isQuiet());
-        EXPECT_EQ(editor->document(QString()), QString());
+        ASSERT_TRUE(DictationSession::isReady());
+        session.dictateHolding();
+        expectDictated();
     }
 
     DictationSession session;
@@ -68,13 +73,13 @@ protected:
 
 TEST_F(DictationTest, Hold_WhatWasSaidIsInTheEditorAndTheHistory) {
     session.dictateHolding();
-    expectDictated(1);
+    expectDictated();
 }
 
 TEST_F(DictationTest, Hold_TheUsersClipboardComesBack) {
     copy("из буфера");
     session.dictateHolding();
-    expectDictated(1);
+    expectDictated();
     EXPECT_TRUE(waitUntil([] { return clipboard() == QStringLiteral("из буфера"); }));
 }
 
@@ -84,14 +89,14 @@ TEST_F(DictationTest, DoubleTap_LatchesUntilTheNextPress) {
     ASSERT_TRUE(DictationSession::isRecording());
     session.speak();
     session.keyboard().tap(key::rightControl);
-    expectDictated(1);
+    expectDictated();
 }
 
 TEST_F(DictationTest, LoneTap_IsTooShortAndTypesNothing) {
     session.setDefaults(R"({"minDuration": 1})"); // a lone tap records half a second, which could pass
     session.keyboard().tap(key::rightControl);
     ASSERT_TRUE(session.application().says("Слишком коротко — удерживайте клавишу дольше"));
-    expectNothingDictated();
+    expectOnlyTheNextIsDictated();
 }
 
 TEST_F(DictationTest, ToggleVerb_StartsAndStops) {
@@ -99,7 +104,7 @@ TEST_F(DictationTest, ToggleVerb_StartsAndStops) {
     ASSERT_TRUE(DictationSession::isRecording());
     session.speak();
     EXPECT_EQ(DictationSession::velmora(QStringLiteral("--toggle")), 0);
-    expectDictated(1);
+    expectDictated();
 }
 
 TEST_F(DictationTest, PressAndReleaseVerbs_WorkAsTheKeyDoes) {
@@ -107,14 +112,14 @@ TEST_F(DictationTest, PressAndReleaseVerbs_WorkAsTheKeyDoes) {
     ASSERT_TRUE(DictationSession::isRecording());
     session.speak();
     EXPECT_EQ(DictationSession::velmora(QStringLiteral("--release")), 0);
-    expectDictated(1);
+    expectDictated();
 }
 
 TEST_F(DictationTest, AccessTokenRefused_IsRotatedAndTheDictationArrives) {
     const QByteArray before = session.storedTokens();
     session.restartBackend(true);
     session.dictateHolding();
-    expectDictated(1);
+    expectDictated();
     EXPECT_NE(session.storedTokens(), before);
     EXPECT_TRUE(session.isSignedIn());
 }
@@ -123,18 +128,16 @@ TEST_F(DictationTest, ServerReportsAnError_IsShownAndNothingIsTyped) {
     session.setPreference(R"({"transcribeLanguage":"ru"})");
     session.dictateHolding();
     ASSERT_TRUE(session.application().says("Ошибка: "));
-    expectNothingDictated();
+    session.setPreference(R"({"transcribeLanguage":"en"})");
+    expectOnlyTheNextIsDictated();
 }
 
 TEST_F(DictationTest, ServerGone_IsAnErrorAndTheNextDictationWorks) {
     session.stopBackend();
     session.dictateHolding();
     ASSERT_TRUE(session.application().says("Ошибка: "));
-    expectNothingDictated();
     session.restartBackend();
-    session.restartApplication();
-    session.dictateHolding();
-    expectDictated(1);
+    expectOnlyTheNextIsDictated();
 }
 
 TEST_F(DictationTest, SecondInstance_HandsItsUrlOverAndLeaves) {

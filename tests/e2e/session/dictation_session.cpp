@@ -4,6 +4,7 @@
 #include "e2e/session/free_port.h"
 #include "e2e/session/sign_in_page.h"
 #include "foundation/user_folders.h"
+#include "platform/linux/x11_connection.h"
 #include "support/desktop/default_browser.h"
 #include "support/desktop/wait_until.h"
 #include "support/onboarded_defaults.h"
@@ -36,6 +37,22 @@ void write(const QString& path, const QByteArray& content) {
 QStringList recordings() {
     const QDir folder(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
     return folder.entryList({QStringLiteral("velmora-*.m4a")});
+}
+
+/// Whether there is a window of the program that the window manager doesn't manage: its others are windows to
+/// work with.
+bool capsuleShows(X11Connection& x) {
+    const XcbReply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(x.get(), xcb_query_tree(x.get(), x.root()), nullptr));
+    for (int i = 0; tree && i < xcb_query_tree_children_length(tree.get()); ++i) {
+        const xcb_window_t window = xcb_query_tree_children(tree.get())[i];
+        const XcbReply<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(x.get(), xcb_get_window_attributes(x.get(), window), nullptr));
+        if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE && attributes->override_redirect &&
+            x.property(window, XCB_ATOM_WM_CLASS).startsWith("velmora"))
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -145,6 +162,11 @@ bool DictationSession::isQuiet() {
     return waitUntil([] { return recordings().isEmpty(); });
 }
 
+bool DictationSession::isReady() {
+    X11Connection x;
+    return waitUntil([&x] { return !capsuleShows(x); });
+}
+
 void DictationSession::speak(const QString& feed) {
     QProcess::execute(QStringLiteral("paplay"),
                       {QStringLiteral("--device=") + feed, m_folder.filePath(QStringLiteral("voice.wav"))});
@@ -166,6 +188,10 @@ std::optional<HistoryItem> DictationSession::dictation(std::size_t count) const 
         return newest.has_value();
     });
     return newest;
+}
+
+std::size_t DictationSession::dictations() {
+    return HistoryStore(applicationSupportFolder()).items().size();
 }
 
 int DictationSession::wordsHeard(const QString& text) {

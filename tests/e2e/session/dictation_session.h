@@ -47,12 +47,17 @@ public:
     [[nodiscard]] static bool isRecording();
     /// Waits until nothing is recorded and no recording is left on the disk.
     [[nodiscard]] static bool isQuiet();
+    /// Waits until the program is ready for the next dictation: its capsule is gone, which shows a dictation
+    /// from its beginning to its end and a failure for six seconds.
+    [[nodiscard]] static bool isReady();
     /// Speaks the sentence to its end into what feeds a microphone, the default one unless another is named.
     void speak(const QString& feed = QStringLiteral("virtual_mic_feed"));
     /// Holds the hotkey while the sentence is spoken.
     void dictateHolding();
     /// The newest finished dictation, once there are `count` of them.
     [[nodiscard]] std::optional<HistoryItem> dictation(std::size_t count) const;
+    /// How many have been finished by now.
+    [[nodiscard]] static std::size_t dictations();
     /// How many words of the sentence are in the text.
     [[nodiscard]] static int wordsHeard(const QString& text);
 
