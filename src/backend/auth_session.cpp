@@ -21,12 +21,6 @@ struct RefreshRequest {
     }
 };
 
-/// After a wait: ends the task whose session has gone meanwhile.
-void requireAlive(const std::stop_token& gone) {
-    if (gone.stop_requested())
-        throw TransportError(QStringLiteral("the session is gone"));
-}
-
 } // namespace
 
 AuthSession::AuthSession(HttpTransport& transport, AuthStore& store, MainLoop& loop, QUrl baseURL,
@@ -73,7 +67,6 @@ Task<HttpReply> AuthSession::rawAuthedRequest(QString path, QByteArray method, Q
         HttpRequest request = buildAuthedRequest(path, method, contentType);
         request.body = body;
         HttpReply reply = co_await send(std::move(request));
-        requireAlive(gone);
         if (reply.status == 0)
             throw BackendError::transportError();
         if (reply.status != 401) {
@@ -88,7 +81,8 @@ Task<HttpReply> AuthSession::rawAuthedRequest(QString path, QByteArray method, Q
             } catch (...) {
                 // The session counts as expired, whatever it was: signing in anew helps in every case.
             }
-            requireAlive(gone);
+            if (gone.stop_requested())
+                throw TransportError(QStringLiteral("the session is gone"));
         }
         if (!rotated) {
             m_store.clear();
@@ -112,7 +106,6 @@ Task<> AuthSession::rotateAccessToken() {
 }
 
 Task<> AuthSession::performRotation() {
-    const std::stop_token gone = m_scope.token();
     const std::optional<Tokens> tokens = m_store.tokens();
     if (!tokens)
         throw BackendError::notLoggedIn();
@@ -122,7 +115,6 @@ Task<> AuthSession::performRotation() {
     request.headers.set("Content-Type", "application/json");
     request.body = backendCoder.encode(RefreshRequest{tokens->refreshToken});
     const HttpReply reply = co_await send(std::move(request));
-    requireAlive(gone);
     if (reply.status != 200)
         throw BackendError::refreshFailed(reply.status);
     const Tokens fresh = backendCoder.decode<Tokens>(reply.body);
@@ -153,7 +145,6 @@ Task<> AuthSession::refreshMe() {
     setLoading(true);
     try {
         MeResponse me = co_await authedRequest<MeResponse>(QStringLiteral("/v1/auth/me"));
-        requireAlive(gone);
         if (m_logouts == logouts) {
             setUser(std::move(me.user));
             setPreferences(std::move(me.preferences));
@@ -177,11 +168,9 @@ Task<> AuthSession::sendAccumulatedPatch() {
 }
 
 Task<BackendPreferences> AuthSession::updatePreferences(PreferencesPatch patch) {
-    const std::stop_token gone = m_scope.token();
     const quint64 logouts = m_logouts;
     BackendPreferences preferences = co_await authedRequest<BackendPreferences>(
         QStringLiteral("/v1/me/preferences"), "PATCH", backendCoder.encode(patch), "application/json");
-    requireAlive(gone);
     if (m_logouts == logouts)
         setPreferences(preferences);
     co_return preferences;

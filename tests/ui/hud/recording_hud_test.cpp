@@ -206,6 +206,30 @@ TEST_F(RecordingHUDTest, LevelsAreSilent_TheDotStillPulsesAndTheTimerShows) {
     EXPECT_THAT(host.texts(), ElementsAre(QStringLiteral("00:01")));
 }
 
+TEST_F(RecordingHUDTest, LevelsAreEmpty_NoVoiceIsDrawnAndTheDotAndTheTimerShow) {
+    dictation.record();
+    for (int i = 0; i < 32; ++i)
+        dictation.speak(1);
+    const auto pointsOfTheVoice = [this] {
+        const QImage picture = host.grab();
+        int points = 0;
+        for (int x = 0; x < picture.width(); ++x)
+            points += picture.pixelColor(x, picture.height() / 2) == host.theme.tokens().accent;
+        return points;
+    };
+    for (const char* style : {"bars", "dots", "wave"}) {
+        dictation.settings.setHudStyle(QLatin1String(style));
+        show(state::Recording{1});
+        ASSERT_TRUE(waitUntil([&] { return host.root()->findChildren<LevelView*>().size() == 1; })) << style;
+        EXPECT_GT(pointsOfTheVoice(), 10) << style;
+        drawing<LevelView>()->setSource(nullptr); // one that has gone; each has levels, if silent ones
+        EXPECT_EQ(pointsOfTheVoice(), 0) << style;
+        EXPECT_GE(drawing<LevelView>()->implicitWidth(), 0) << style;
+        EXPECT_TRUE(host.has(QStringLiteral("Идёт запись"))) << style;
+        EXPECT_THAT(host.texts(), ElementsAre(QStringLiteral("00:01"))) << style;
+    }
+}
+
 TEST_F(RecordingHUDTest, Bars_AreSharpAtBothSides) {
     dictation.record();
     for (int i = 0; i < 32; ++i)

@@ -37,6 +37,10 @@ TEST_F(AuthSessionRequests, Build_QueryWithASecondQuestionMark_KeepsIt) {
     EXPECT_EQ(request.url.toEncoded(), "https://api.example.org/v1/thing?a=b%20c?d=%D1%8F");
 }
 
+TEST_F(AuthSessionRequests, Build_NothingButAQuery_IsTheQueryOfTheBase) {
+    EXPECT_EQ(session.buildAuthedRequest(QStringLiteral("?a=b"), "GET").url.query(), QStringLiteral("a=b"));
+}
+
 TEST_F(AuthSessionRequests, Build_BaseWithAPathAndASlash_AppendsAComponent) {
     for (const char* base : {"https://h.example:8443/api", "https://h.example:8443/api/"}) {
         const AuthSession other(transport, store, loop, QUrl(QString::fromLatin1(base)));

@@ -48,14 +48,17 @@ TEST_F(AuthSessionTest, RefreshMe_SignedOut_ReturnsAtOnce) {
 TEST_F(AuthSessionTest, RefreshMe_Succeeds_PublishesUserAndPreferences) {
     const QSignalSpy users(&session, &AuthSession::userChanged);
     const QSignalSpy preferences(&session, &AuthSession::preferencesChanged);
+    const QSignalSpy loading(&session, &AuthSession::isLoadingChanged);
     EXPECT_FALSE(session.isLoading());
     const Outcome<> me(session.refreshMe());
     EXPECT_TRUE(session.isLoading());
+    EXPECT_EQ(loading.size(), 1);
     EXPECT_EQ(transport.last().request.url.path(), QStringLiteral("/v1/auth/me"));
     EXPECT_EQ(transport.last().request.method, "GET");
     transport.last().reply(200, meReply);
     EXPECT_TRUE(me.succeeded());
     EXPECT_FALSE(session.isLoading());
+    EXPECT_EQ(loading.size(), 2);
     const Date created = Date(1'772'360'430s) + 123ms;
     EXPECT_EQ(session.user(), (BackendUser{QStringLiteral("u1"), QStringLiteral("a@b.c"),
                                            Date(1'772'360'431s), false, created}));

@@ -98,6 +98,20 @@ TEST_F(PipelineCoordinatorTest, Dictation_WithChunks_GoesThroughTheStatesInOrder
               (QStringList{QStringLiteral("Привет"), QStringLiteral(", мир"), QStringLiteral(".")}));
 }
 
+TEST_F(PipelineCoordinatorTest, FirstTextWithoutAStage_ShowsCleaningAtOnce) {
+    dictate();
+    server.chunk(QStringLiteral("a"));
+    EXPECT_THAT(states, ElementsAre(PipelineState(state::Cleaning{})));
+}
+
+TEST_F(PipelineCoordinatorTest, OnlyTheCleaningStage_ShowsCleaning) {
+    dictate();
+    server.status(QStringLiteral("recognising"));
+    EXPECT_THAT(states, IsEmpty());
+    server.status(QStringLiteral("cleaning"));
+    EXPECT_THAT(states, ElementsAre(PipelineState(state::Cleaning{})));
+}
+
 TEST_F(PipelineCoordinatorTest, Dictation_CleaningStageBeforeText_ShowsCleaningOnce) {
     dictate();
     EXPECT_EQ(pipeline.state(), PipelineState(state::Transcribing{}));
@@ -411,7 +425,9 @@ TEST_F(PipelineCoordinatorTest, HistoryNamesTheApplicationInFrontAtTheEnd) {
 }
 
 TEST_F(PipelineCoordinatorTest, StopWhileIdle_DoesNothing) {
+    recorder.onPcmChunk = [](auto&&...) {}; // somebody else's
     pipeline.stopAndProcess();
+    EXPECT_TRUE(recorder.onPcmChunk);
     EXPECT_TRUE(isIdle());
     EXPECT_EQ(loop.pendingTimers(), 0U);
 }
