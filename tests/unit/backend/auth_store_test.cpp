@@ -1,5 +1,6 @@
 #include "backend/auth_store.h"
 #include "foundation/user_defaults.h"
+#include "support/killed_writer.h"
 
 #include <QDir>
 #include <QFile>
@@ -69,6 +70,16 @@ TEST_F(AuthStoreTest, Start_CorruptFile_SignedOutAndTheFileLeft) {
         const AuthStore store(folder, defaults);
         EXPECT_FALSE(store.isLoggedIn()) << bytes.constData();
         EXPECT_EQ(content(), bytes);
+    }
+}
+
+TEST_F(AuthStoreTest, ProgramKilledInTheMiddleOfASave_KeepsTheTokensThatWereThere) {
+    AuthStore store(folder, defaults);
+    store.save(pair.accessToken, pair.refreshToken);
+    for (const qint64 bytes : {0, 1, 40}) {
+        EXPECT_TRUE(test::killAtByte(bytes, [&] { store.save(QString(100, u'x'), QString(100, u'y')); }))
+            << bytes;
+        EXPECT_EQ(AuthStore(folder, defaults).tokens(), pair) << bytes;
     }
 }
 

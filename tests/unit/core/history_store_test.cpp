@@ -1,4 +1,5 @@
 #include "core/history_store.h"
+#include "support/killed_writer.h"
 
 #include <QDir>
 #include <QFile>
@@ -153,4 +154,17 @@ TEST_F(HistoryStoreTest, Changes_AreSignalled) {
     store.add(a);
     store.remove(a.id);
     EXPECT_EQ(changes.count(), 2);
+}
+
+TEST_F(HistoryStoreTest, ProgramKilledInTheMiddleOfAWrite_KeepsWhatWasThere) {
+    HistoryStore store(folder.path());
+    for (const char* text : {"one", "two"})
+        store.add(item(QLatin1String(text)));
+    const HistoryItem next = item(QString(100'000, u'я'));
+    for (const qint64 bytes : {0, 1, 200, 4'096, 100'000}) {
+        EXPECT_TRUE(test::killAtByte(bytes, [&] { HistoryStore(folder.path()).add(next); })) << bytes;
+        EXPECT_EQ(HistoryStore(folder.path()).items(), store.items()) << bytes;
+    }
+    store.add(next);
+    EXPECT_EQ(HistoryStore(folder.path()).items(), store.items());
 }

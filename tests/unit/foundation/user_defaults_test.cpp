@@ -1,5 +1,6 @@
 #include "foundation/log.h"
 #include "foundation/user_defaults.h"
+#include "support/killed_writer.h"
 #include "support/wait.h"
 
 #include <QDir>
@@ -132,6 +133,21 @@ TEST_F(UserDefaultsTest, Changed_ByAnEditorInPlace_IsSeenAndReported) {
     writeFile(R"({"key":"rcmd"})");
     ASSERT_TRUE(waitUntil([&] { return !changes.isEmpty(); }));
     EXPECT_EQ(watching.string(key), QStringLiteral("rcmd"));
+}
+
+TEST_F(UserDefaultsTest, WriterKilledInTheMiddle_NothingIsLostAndTheNextWriteWorks) {
+    const QString text(100'000, u'a');
+    UserDefaults(path).set(key, text);
+    for (const qint64 bytes : {200, 4'096, 50'000, 100'000}) {
+        EXPECT_TRUE(test::killAtByte(bytes, [&] { UserDefaults(path).set(key, text + u'b'); })) << bytes;
+        EXPECT_EQ(UserDefaults(path).string(key), text) << bytes;
+        UserDefaults next(path);
+        next.set(QStringLiteral("next"), bytes);
+        EXPECT_TRUE(next.isSaved());
+        EXPECT_EQ(UserDefaults(path).integer(QStringLiteral("next")), bytes);
+        EXPECT_EQ(UserDefaults(path).string(key), text) << bytes;
+    }
+    EXPECT_FALSE(QFile::exists(path + QStringLiteral(".damaged")));
 }
 
 TEST_F(UserDefaultsTest, DamagedFile_ReadAsEmptyAndSetAsideAtTheNextWrite) {
