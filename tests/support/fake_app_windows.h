@@ -44,6 +44,7 @@ public:
         int made = 0;
         int open = 0;
         int fronts = 0;
+        std::function<void()> cameToFront = [] {};
 
     private:
         class Window final : public AppWindow {
@@ -55,7 +56,10 @@ public:
             ~Window() override { --m_kind.open; }
             Window(const Window&) = delete;
             Window& operator=(const Window&) = delete;
-            void makeKeyAndOrderFront() override { ++m_kind.fronts; }
+            void makeKeyAndOrderFront() override {
+                ++m_kind.fronts;
+                m_kind.cameToFront();
+            }
 
         private:
             Kind& m_kind;

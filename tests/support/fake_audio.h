@@ -33,7 +33,10 @@ public:
         throw AudioDeviceError(AudioDeviceError::NotFound{uniqueID});
     }
     [[nodiscard]] AudioFormat inputFormat() override { return format; }
-    void prepare() override { ++prepares; }
+    void prepare() override {
+        ++prepares;
+        prepared();
+    }
     void installTap(Tap newTap) override { tap = std::move(newTap); }
     void removeTap() override { tap = nullptr; }
     void start() override {
@@ -62,6 +65,7 @@ public:
     bool running = false;
     int starts = 0;
     int prepares = 0;
+    std::function<void()> prepared = [] {};
 };
 
 /// Files that hold nothing but exist, and a converter that only averages the channels.

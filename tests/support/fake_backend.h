@@ -50,6 +50,7 @@ public:
     }
     Task<> refreshMe() override {
         ++refreshMeCalls;
+        refreshed();
         co_return;
     }
     /// Lets go those that wait; what still waits at the end is let go with the object.
@@ -59,6 +60,7 @@ public:
     bool holdRefresh = false;
     int freshTokenCalls = 0;
     int refreshMeCalls = 0;
+    std::function<void()> refreshed = [] {};
 
 private:
     std::deque<AsyncStream<int>::Producer> m_held;

@@ -11,6 +11,7 @@ public:
     [[nodiscard]] std::unique_ptr<EventTap> createTap(EventTapMode mode,
                                                       EventTap::Callback callback) override {
         attempts.push_back(mode);
+        attempted();
         if (mode == EventTapMode::Active ? !activeAllowed : !listenOnlyAllowed)
             return nullptr;
         m_callback = std::move(callback);
@@ -32,6 +33,7 @@ public:
     bool activeAllowed = true;
     bool listenOnlyAllowed = true;
     std::vector<EventTapMode> attempts;
+    std::function<void()> attempted = [] {};
     bool enabled = false;
     bool canBeEnabled = true;
     std::optional<KeyChord> claimed;

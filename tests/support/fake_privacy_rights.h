@@ -13,7 +13,10 @@ namespace velmora::test {
 /// A desktop whose rights the test grants and takes back.
 class FakePrivacyRights final : public PrivacyRights {
 public:
-    [[nodiscard]] bool isGranted(PrivacyRight right) override { return granted.contains(right); }
+    [[nodiscard]] bool isGranted(PrivacyRight right) override {
+        lookedAt();
+        return granted.contains(right);
+    }
     Task<bool> probe(PrivacyRight right) override {
         ++probes;
         co_await untilReleased();
@@ -37,6 +40,7 @@ public:
         answer.finish();
     }
 
+    std::function<void()> lookedAt = [] {};
     std::set<PrivacyRight> granted;   ///< what is known without asking
     std::set<PrivacyRight> probeable; ///< what a probe finds
     bool probeFails = false;

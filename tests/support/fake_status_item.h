@@ -11,6 +11,7 @@ public:
     void setImage(const QList<QImage>& sizes) override {
         image = sizes;
         ++imagesSet;
+        imageSet();
     }
     void setToolTip(const QString& text) override { toolTip = text; }
     [[nodiscard]] std::optional<QRect> frame() const override { return anchor; }
@@ -29,6 +30,7 @@ public:
     std::optional<QRect> anchor = QRect(600, 0, 22, 22);
     QList<QImage> image;
     int imagesSet = 0;
+    std::function<void()> imageSet = [] {};
     QString toolTip;
 };
 

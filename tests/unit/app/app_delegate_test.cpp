@@ -94,6 +94,34 @@ protected:
 
 } // namespace
 
+TEST_F(AppDelegateTest, Launch_TakesItsStepsInOrder) {
+    QStringList steps;
+    const auto note = [&steps](const char* step) {
+        return [&steps, name = QString::fromLatin1(step)] {
+            if (!steps.endsWith(name))
+                steps.append(name);
+        };
+    };
+    const QString leftover = folder.filePath(QStringLiteral("velmora-1.m4a"));
+    ASSERT_TRUE(QFile(leftover).open(QIODevice::WriteOnly));
+    QObject::connect(&defaults, &UserDefaults::changed, note("migration"));
+    rights.lookedAt = [&, look = note("rights")] {
+        look();
+        EXPECT_FALSE(QFile::exists(leftover));
+    };
+    engine.prepared = note("microphone");
+    statusItem.imageSet = note("icon");
+    keyboard.attempted = note("hotkey");
+    windows.onboarding.cameToFront = note("first run");
+    account.refreshed = note("account");
+    authStore.save(QStringLiteral("a"), QStringLiteral("r"));
+    app.applicationDidFinishLaunching();
+    EXPECT_EQ(steps.join(u' '), QStringLiteral("migration rights microphone icon hotkey first run account"));
+    loop.runPosted();
+    EXPECT_TRUE(app.hotkey().isActive());
+    EXPECT_EQ(windows.prewarms, 0);
+}
+
 TEST_F(AppDelegateTest, Launch_MicrophoneAllowed_PrewarmsItAndStartsTheHotkey) {
     app.applicationDidFinishLaunching();
     loop.runPosted();
