@@ -226,7 +226,7 @@ void X11KeyWatch::grabChord() {
         m_grab.set(m_keyboards, X11KeyCodes::fromVirtual(m_chord->keyCode),
                    m_modifiers.statesWith(m_chord->mask));
     else
-        m_grab.set({}, {}, {});
+        m_grab.set(m_keyboards, {}, {});
 }
 
 void X11KeyWatch::releaseAll() {
