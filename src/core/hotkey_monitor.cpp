@@ -67,6 +67,7 @@ void HotkeyMonitor::setSuspended(bool suspended) {
     m_isSuspended = suspended;
     if (suspended) {
         m_leftOverKeyCode = std::exchange(m_activeChordKeyCode, -1);
+        m_heldMask = 0;
         queue(&HotkeyMonitor::releaseStep);
     } else {
         m_leftOverFlags = m_flags;
@@ -162,8 +163,11 @@ EventVerdict HotkeyMonitor::handleKeyUp(const KeyEvent& event) {
 
 EventVerdict HotkeyMonitor::handleFlagsChanged(const KeyEvent& event) {
     const Binding binding = currentBinding();
-    if (binding.keyCode < 0) {
-        const bool held = binding.mask != 0 && hasAll(event.flags & ~m_leftOverFlags, binding.mask);
+    if (binding.keyCode < 0 || m_heldMask != 0) {
+        // Modifiers that are held as the hotkey remain it until they are let go, whatever was set meanwhile.
+        const quint64 mask = m_heldMask != 0 ? m_heldMask : binding.mask;
+        const bool held = mask != 0 && hasAll(event.flags & ~m_leftOverFlags, mask);
+        m_heldMask = held ? mask : 0;
         queue(held ? &HotkeyMonitor::pressStep : &HotkeyMonitor::releaseStep);
     } else if (m_activeChordKeyCode >= 0 && !hasAll(event.flags, binding.mask)) {
         // The chord's key is still down; its key-up will be swallowed and find nothing more to release.

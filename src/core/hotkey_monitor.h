@@ -67,6 +67,7 @@ private:
     bool m_isSuspended = false;
     bool m_isDown = false; // guards against double reports
     int m_activeChordKeyCode = -1;
+    quint64 m_heldMask = 0; // of the modifiers that are held as the hotkey
     quint64 m_flags = 0;
     quint64 m_leftOverFlags = 0; // held since a suspension, as the key
     int m_leftOverKeyCode = -1;

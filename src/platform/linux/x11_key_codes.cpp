@@ -81,4 +81,24 @@ std::vector<xcb_keycode_t> fromVirtual(int keyCode) {
     return found;
 }
 
+std::optional<xcb_keycode_t> ofStandIn(FnStandIn standIn) {
+    switch (standIn) {
+    case FnStandIn::None:
+        break;
+    case FnStandIn::RightControl:
+        return 105;
+    case FnStandIn::RightOption:
+        return 108;
+    case FnStandIn::RightCommand:
+        return 134;
+    case FnStandIn::Menu:
+        return 135;
+    case FnStandIn::ScrollLock:
+        return 78;
+    case FnStandIn::Pause:
+        return 127;
+    }
+    return std::nullopt;
+}
+
 } // namespace velmora::X11KeyCodes

@@ -159,8 +159,10 @@ void X11KeyWatch::key(const X11Keyboard& keyboard, xcb_keycode_t code, bool down
     if (m_modifiers.isCapsLock(code))
         return;
     const bool isDown = pressed()[code];
+    if (isDown && !wasDown)
+        m_playsFn[code] = code == m_standIn;
     const int keyCode = m_modifiers.virtualKeyCode(code);
-    if (m_modifiers.flags(code) != 0) {
+    if (m_modifiers.flags(code) != 0 || m_playsFn[code]) {
         if (wasDown != isDown)
             send(KeyEvent::Kind::FlagsChanged, keyCode);
     } else if (down) {
@@ -192,7 +194,6 @@ void X11KeyWatch::readKeyboards() {
 
 X11ModifierKeys X11KeyWatch::modifiersNow() {
     X11ModifierKeys now = X11ModifierKeys::read(*m_connection);
-    now.setFnStandIn(m_fnStandIn);
     if (m_capsLockBit == CapsLockBit::OfKey)
         now.setCapsLockFollowsKey();
     return now;
@@ -210,11 +211,7 @@ void X11KeyWatch::readModifiers() {
 }
 
 void X11KeyWatch::setFnStandIn(FnStandIn standIn) {
-    m_fnStandIn = standIn;
-    const quint64 before = flags();
-    m_modifiers.setFnStandIn(standIn);
-    if (flags() != before)
-        send(KeyEvent::Kind::FlagsChanged, X11KeyCodes::fn);
+    m_standIn = X11KeyCodes::ofStandIn(standIn);
 }
 
 void X11KeyWatch::claim(const std::optional<KeyChord>& chord) {
@@ -229,7 +226,7 @@ void X11KeyWatch::grabChord() {
         m_grab.set(m_keyboards, X11KeyCodes::fromVirtual(m_chord->keyCode),
                    m_modifiers.statesWith(m_chord->mask));
     else
-        m_grab.set({}, {}, {});
+        m_grab.set(m_keyboards, {}, {});
 }
 
 void X11KeyWatch::releaseAll() {
@@ -282,7 +279,9 @@ X11Keys X11KeyWatch::pressed() const {
 }
 
 quint64 X11KeyWatch::flags() const {
-    return m_modifiers.flags(pressed()) | (m_capsLock ? modifier::capsLock : 0);
+    const X11Keys down = pressed();
+    return m_modifiers.flags(down) | ((down & m_playsFn).any() ? modifier::fn : 0) |
+           (m_capsLock ? modifier::capsLock : 0);
 }
 
 void X11KeyWatch::send(KeyEvent::Kind kind, int keyCode, bool repeat) {

@@ -29,6 +29,7 @@ public:
 
     [[nodiscard]] bool isOpen() const { return m_connection->isOpen(); }
 
+    /// Counts from the next press on: a key that is held remains what it was.
     void setFnStandIn(FnStandIn standIn);
     /// Keeps the chord from the applications as far as the server can.
     void claim(const std::optional<KeyChord>& chord);
@@ -66,7 +67,8 @@ private:
     std::optional<KeyChord> m_chord;
     std::vector<X11Keyboard> m_keyboards;
     std::map<xcb_input_device_id_t, X11Keys> m_pressed;
-    FnStandIn m_fnStandIn = FnStandIn::None;
+    std::optional<xcb_keycode_t> m_standIn;
+    X11Keys m_playsFn; // of the keys that are down, those that were Fn's stand-in when they were pressed
     bool m_capsLock = false;
     bool m_mappingChanged = false;
     uint8_t m_inputOpcode = 0;

@@ -58,26 +58,6 @@ X11Keys readFnKeys(X11Connection& connection) {
     return keys;
 }
 
-std::optional<xcb_keycode_t> keyOf(FnStandIn standIn) {
-    switch (standIn) {
-    case FnStandIn::None:
-        break;
-    case FnStandIn::RightControl:
-        return 105;
-    case FnStandIn::RightOption:
-        return 108;
-    case FnStandIn::RightCommand:
-        return 134;
-    case FnStandIn::Menu:
-        return 135;
-    case FnStandIn::ScrollLock:
-        return 78;
-    case FnStandIn::Pause:
-        return 127;
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 X11ModifierKeys X11ModifierKeys::read(X11Connection& connection) {
@@ -119,8 +99,7 @@ void X11ModifierKeys::setCapsLockFollowsKey() {
 }
 
 quint64 X11ModifierKeys::flags(xcb_keycode_t key) const {
-    const bool isFn = m_fnKeys[key] || keyOf(m_fnStandIn) == key;
-    return m_flags[key] | (isFn ? modifier::fn : 0);
+    return m_flags[key] | (m_fnKeys[key] ? modifier::fn : 0);
 }
 
 quint64 X11ModifierKeys::flags(const X11Keys& pressed) const {

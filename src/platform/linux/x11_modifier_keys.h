@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/fn_stand_in.h"
 #include "platform/linux/x11_keyboards.h"
 
 #include <array>
@@ -13,7 +12,6 @@ class X11ModifierKeys {
 public:
     static X11ModifierKeys read(X11Connection& connection);
 
-    void setFnStandIn(FnStandIn standIn) { m_fnStandIn = standIn; }
     /// Makes Caps Lock a modifier like the others: its bit follows the key, whatever is locked.
     void setCapsLockFollowsKey();
 
@@ -36,7 +34,6 @@ private:
     X11Keys m_capsLockKeys;
     X11Keys m_fnKeys;
     std::array<uint8_t, 4> m_serverModifiers{}; // of Shift, Control, Option and Command
-    FnStandIn m_fnStandIn = FnStandIn::None;
 };
 
 } // namespace velmora

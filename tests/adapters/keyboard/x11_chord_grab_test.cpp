@@ -1,3 +1,4 @@
+#include "platform/linux/x11_keyboards.h"
 #include "tapped_keyboard.h"
 
 #include <QElapsedTimer>
@@ -39,6 +40,15 @@ protected:
         hand.press(key::leftControl);
         hand.tap(space);
         hand.release(key::leftControl);
+    }
+    // Those of programs included.
+    static X11Keys downOnAnyKeyboard() {
+        X11Connection x;
+        EXPECT_TRUE(setUpInputExtension(x));
+        X11Keys all;
+        for (const X11Keys& each : pressedKeys(x, x11Keyboards(x)))
+            all |= each;
+        return all;
     }
     static std::vector<KeyEvent> chordHeard(quint64 others = 0) {
         return {flagsChanged(59, leftControlHeld | others), keyDown(keySpace, leftControlHeld | others),
@@ -101,6 +111,24 @@ TEST_F(X11ChordGrabTest, ClaimGivenUpWhileHeld_KeyUpIsHeardAndNothingLeaks) {
     EXPECT_THAT(heard(), ElementsAre(keyUp(keySpace, leftControlHeld), flagsChanged(59, 0)));
     EXPECT_EQ(typed(), onlyControl());
     EXPECT_EQ(hand.modifiers(), 0);
+}
+
+TEST_F(X11ChordGrabTest, ClaimGivenUpWhileOtherKeysAreHeld_NoneStaysDown) {
+    claim(keyF8, 0);
+    hand.press(f8);
+    hand.press(key::leftShift);
+    hand.press(letterA);
+    EXPECT_EQ(heard().size(), 3U);
+    tap->claimChord({});
+    hand.release(f8);
+    EXPECT_EQ(heard().size(), 1U);
+    hand.release(letterA);
+    hand.release(key::leftShift);
+    EXPECT_EQ(heard().size(), 2U);
+    EXPECT_TRUE(downOnAnyKeyboard().none());
+    EXPECT_THAT(typed(), ElementsAre(press(key::leftShift), press(letterA, XCB_MOD_MASK_SHIFT),
+                                     release(letterA, XCB_MOD_MASK_SHIFT),
+                                     release(key::leftShift, XCB_MOD_MASK_SHIFT)));
 }
 
 TEST_F(X11ChordGrabTest, AnotherChordClaimed_TheFirstIsFree) {

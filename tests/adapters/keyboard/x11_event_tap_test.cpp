@@ -95,13 +95,29 @@ TEST_F(X11EventTapTest, FnStandIn_KeyThatIsNoModifier_BecomesOne) {
     }
 }
 
-TEST_F(X11EventTapTest, FnStandIn_ChangedWhileHeld_LetsFnGo) {
+TEST_F(X11EventTapTest, FnStandIn_ChangedWhileHeld_IsFnUntilItIsUp) {
     listen();
     tap->setFnStandIn(FnStandIn::Menu);
     hand.press(135);
     EXPECT_THAT(heard(), ElementsAre(flagsChanged(110, fn)));
     tap->setFnStandIn(FnStandIn::RightControl);
-    EXPECT_THAT(heard(), ElementsAre(flagsChanged(63, 0)));
+    hand.tap(105);
+    EXPECT_THAT(heard(), ElementsAre(flagsChanged(62, fn | control | rightControl), flagsChanged(62, fn)));
+    hand.release(135);
+    EXPECT_THAT(heard(), ElementsAre(flagsChanged(110, 0)));
+    hand.tap(135);
+    EXPECT_THAT(heard(), ElementsAre(keyDown(110), keyUp(110)));
+}
+
+TEST_F(X11EventTapTest, FnStandIn_BecomesAKeyThatIsHeld_IsFnWhenPressedAnew) {
+    listen();
+    hand.press(105);
+    EXPECT_THAT(heard(), ElementsAre(flagsChanged(62, control | rightControl)));
+    tap->setFnStandIn(FnStandIn::RightControl);
+    hand.release(105);
+    hand.tap(105);
+    EXPECT_THAT(heard(), ElementsAre(flagsChanged(62, 0), flagsChanged(62, fn | control | rightControl),
+                                     flagsChanged(62, 0)));
 }
 
 TEST_F(X11EventTapTest, CapsLock_BitFollowsTheLock) {

@@ -62,6 +62,17 @@ TEST_F(HotkeyMonitorSuspension, ModifierHeld_IsReportedReleasedOnce) {
     expectReports("+-");
 }
 
+TEST_F(HotkeyMonitorSuspension, ModifierHeldAndAnotherChosen_TheOtherWorks) {
+    startWith(QStringLiteral("ralt"));
+    keyboard.flagsChanged(rightOption);
+    monitor.setSuspended(true);
+    keyboard.flagsChanged(0);
+    defaults.set(QStringLiteral("hotkey"), QStringLiteral("rcmd"));
+    monitor.setSuspended(false);
+    keyboard.flagsChanged(modifier::rightCommand);
+    expectReports("+-+");
+}
+
 TEST_F(HotkeyMonitorSuspension, NothingHeld_ReportsNoRelease) {
     startWithTheChord();
     monitor.setSuspended(true);

@@ -227,6 +227,32 @@ TEST_F(HotkeyMonitorTest, ChangeInSettings_WorksWithTheNextEvent) {
     expectReports("+");
 }
 
+TEST_F(HotkeyMonitorTest, Modifier_HotkeyChangedToAChordWhileHeld_ItsReleaseReleases) {
+    startWith(QStringLiteral("rcmd"));
+    keyboard.flagsChanged(modifier::command | modifier::rightCommand);
+    startWithChord(keySpace, modifier::control);
+    keyboard.flagsChanged(modifier::command | modifier::rightCommand | modifier::shift);
+    expectReports("+");
+    keyboard.flagsChanged(modifier::shift);
+    expectReports("+-");
+    keyboard.keyDown(keySpace, modifier::control);
+    expectReports("+-+");
+}
+
+TEST_F(HotkeyMonitorTest, Modifier_HotkeyChangedToAnotherWhileHeld_OnlyItsReleaseReleases) {
+    startWith(QStringLiteral("fn"));
+    keyboard.flagsChanged(modifier::fn);
+    startWith(QStringLiteral("ralt"));
+    keyboard.flagsChanged(modifier::fn | modifier::shift);
+    keyboard.flagsChanged(modifier::fn | modifier::rightOption);
+    expectReports("+");
+    keyboard.flagsChanged(modifier::rightOption);
+    expectReports("+-");
+    keyboard.flagsChanged(0);
+    keyboard.flagsChanged(modifier::rightOption);
+    expectReports("+-+");
+}
+
 TEST_F(HotkeyMonitorTest, FnStandIn_IsHandedToTheTapAtStartAndAtEachChange) {
     monitor.start();
     EXPECT_EQ(keyboard.standIn, FnStandIn::RightControl);
