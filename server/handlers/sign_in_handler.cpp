@@ -37,8 +37,7 @@ void SignInHandler::handle(Exchange& exchange) {
         }
         const auto account = accountFor(form, exchange);
         const auto session = m_sessions.open(account.id);
-        const auto page =
-            signedInPage(callbackUrl(m_tokens.issue({account.id, session.id}), session.refreshToken, state));
+        const auto page = signedInPage(callbackUrl(m_tokens.issue(session), session.refreshToken, state));
         exchange.sendHtml(200, page.html, page.contentSecurityPolicy);
     } catch (const SignInFailure& failure) {
         setRetryAfter(exchange, failure.retryAfter());
