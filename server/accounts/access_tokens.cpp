@@ -1,7 +1,6 @@
 #include "accounts/access_tokens.h"
 
 #include "accounts/base64_url.h"
-#include "accounts/random_token.h"
 
 #include <Poco/JSON/Object.h>
 #include <Poco/JSON/Parser.h>
@@ -30,15 +29,14 @@ AccessTokens::AccessTokens(const HmacKey& key, Clock clock)
     : m_key(key)
     , m_clock(std::move(clock)) {}
 
-std::string AccessTokens::issue(const AccessClaims& claims) const {
-    const auto now = m_clock();
+std::string AccessTokens::issue(const Session& session) const {
     Poco::JSON::Object payload;
-    payload.set("sub", claims.accountId);
-    payload.set("sid", claims.sessionId);
+    payload.set("sub", session.accountId);
+    payload.set("sid", session.id);
     // Two tokens of one second would otherwise be the same.
-    payload.set("jti", randomToken());
-    payload.set("iat", secondsOf(now));
-    payload.set("exp", secondsOf(now + lifetime));
+    payload.set("jti", session.pair);
+    payload.set("iat", secondsOf(session.issuedAt));
+    payload.set("exp", secondsOf(session.issuedAt + lifetime));
     std::ostringstream json;
     payload.stringify(json);
     const auto text = header() + '.' + toBase64Url(json.str());
@@ -46,19 +44,12 @@ std::string AccessTokens::issue(const AccessClaims& claims) const {
 }
 
 std::optional<AccessClaims> AccessTokens::verify(const std::string& token) const {
-    const auto first = token.find('.');
-    const auto last = token.rfind('.');
-    if (first == std::string::npos || first == last || token.substr(0, first) != header()) {
-        return std::nullopt;
-    }
-    const auto signature = fromBase64Url(std::string_view(token).substr(last + 1));
-    const auto expected = sign(token.substr(0, last));
-    if (!signature || signature->size() != expected.size() ||
-        sodium_memcmp(signature->data(), expected.data(), expected.size()) != 0) {
+    if (!isOurs(token)) {
         return std::nullopt;
     }
     // From here on the text is our own.
-    const auto json = fromBase64Url(std::string_view(token).substr(first + 1, last - first - 1));
+    const auto first = token.find('.');
+    const auto json = fromBase64Url(std::string_view(token).substr(first + 1, token.rfind('.') - first - 1));
     if (!json) {
         return std::nullopt;
     }
@@ -68,6 +59,18 @@ std::optional<AccessClaims> AccessTokens::verify(const std::string& token) const
         return std::nullopt;
     }
     return AccessClaims{payload->getValue<std::string>("sub"), payload->getValue<std::string>("sid")};
+}
+
+bool AccessTokens::isOurs(const std::string& token) const {
+    const auto first = token.find('.');
+    const auto last = token.rfind('.');
+    if (first == std::string::npos || first == last || token.substr(0, first) != header()) {
+        return false;
+    }
+    const auto signature = fromBase64Url(std::string_view(token).substr(last + 1));
+    const auto expected = sign(token.substr(0, last));
+    return signature && signature->size() == expected.size() &&
+           sodium_memcmp(signature->data(), expected.data(), expected.size()) == 0;
 }
 
 std::string AccessTokens::sign(const std::string& text) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "accounts/clock.h"
+#include "accounts/session.h"
 #include "accounts/signing_key.h"
 
 #include <optional>
@@ -23,10 +24,14 @@ public:
 
     AccessTokens(const HmacKey& key, Clock clock);
 
-    [[nodiscard]] std::string issue(const AccessClaims& claims) const;
+    /// The same for the same pair of tokens, so that a lost reply can be repeated.
+    [[nodiscard]] std::string issue(const Session& session) const;
 
     /// Empty if the token is malformed, not ours, of another algorithm or expired.
     [[nodiscard]] std::optional<AccessClaims> verify(const std::string& token) const;
+
+    /// True if it was made here, be it long ago.
+    [[nodiscard]] bool isOurs(const std::string& token) const;
 
 private:
     [[nodiscard]] std::string sign(const std::string& text) const;

@@ -4,13 +4,15 @@
 
 #include <sqlite3.h>
 
+#include <array>
 #include <stdexcept>
+#include <string>
 
 namespace velmora::server {
 
 namespace {
 
-constexpr auto schema = R"(
+constexpr auto firstSchema = R"(
 CREATE TABLE IF NOT EXISTS accounts (
     id TEXT PRIMARY KEY,
     email TEXT NOT NULL UNIQUE,
@@ -39,6 +41,17 @@ CREATE TABLE IF NOT EXISTS refresh_tokens (
 CREATE INDEX IF NOT EXISTS refresh_tokens_by_session ON refresh_tokens(session_id);
 )";
 
+/// What has changed since, in order; a file knows by its user_version how many of these it has seen.
+constexpr std::array changes{
+    R"(
+ALTER TABLE refresh_tokens ADD COLUMN replaced_at INTEGER;
+ALTER TABLE refresh_tokens ADD COLUMN seed TEXT;
+UPDATE refresh_tokens SET replaced_at = 0 WHERE used;
+ALTER TABLE refresh_tokens DROP COLUMN used;
+CREATE INDEX refresh_tokens_by_expiry ON refresh_tokens(expires_at);
+CREATE INDEX refresh_tokens_with_seed ON refresh_tokens(replaced_at) WHERE seed IS NOT NULL;
+)"};
+
 } // namespace
 
 Database::Database(const std::filesystem::path& file) {
@@ -52,7 +65,7 @@ Database::Database(const std::filesystem::path& file) {
         execute("PRAGMA journal_mode = WAL");
         execute("PRAGMA synchronous = FULL");
         execute("PRAGMA foreign_keys = ON");
-        execute(schema);
+        transaction([this] { bringUpToDate(); });
     } catch (...) {
         sqlite3_close(m_connection);
         throw;
@@ -65,6 +78,23 @@ Database::~Database() {
 
 Statement Database::prepare(const char* sql) {
     return Statement(m_connection, sql);
+}
+
+void Database::bringUpToDate() {
+    execute(firstSchema);
+    std::size_t version = 0;
+    {
+        auto row = prepare("PRAGMA user_version");
+        row.step();
+        version = static_cast<std::size_t>(row.integer(0));
+    }
+    if (version > changes.size()) {
+        throw std::runtime_error("the database is of a newer version of this server");
+    }
+    for (; version < changes.size(); ++version) {
+        execute(changes[version]);
+        execute(("PRAGMA user_version = " + std::to_string(version + 1)).c_str());
+    }
 }
 
 void Database::execute(const char* sql) {

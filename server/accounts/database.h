@@ -14,7 +14,8 @@ class Statement;
 /// The server's one SQLite file, in write-ahead mode: what has been committed survives a killed process.
 class Database {
 public:
-    /// Makes the file and its tables where they are missing. Fails with std::runtime_error.
+    /// Makes the file and its tables where they are missing, and brings older ones up to date. Fails with
+    /// std::runtime_error.
     explicit Database(const std::filesystem::path& file);
     ~Database();
     Database(const Database&) = delete;
@@ -52,6 +53,7 @@ private:
         bool m_open = true;
     };
 
+    void bringUpToDate();
     void execute(const char* sql);
 
     std::mutex m_mutex;

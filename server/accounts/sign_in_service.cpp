@@ -2,6 +2,7 @@
 
 #include "accounts/account_store.h"
 #include "accounts/password_hasher.h"
+#include "app/rare_log.h"
 
 #include <Poco/RegularExpression.h>
 #include <Poco/String.h>
@@ -12,9 +13,10 @@ namespace velmora::server {
 
 namespace {
 
-constexpr std::size_t attemptsPerEmail = 10;
-constexpr std::size_t attemptsPerPeer = 60;
-constexpr std::chrono::minutes attemptWindow{15};
+constexpr int freeAttempts = 5;
+/// For all accounts together: a household, or an office behind one address.
+constexpr int freeAttemptsOfNetwork = 60;
+constexpr int mostWaiting = 16;
 constexpr std::size_t shortestPassword = 8;
 constexpr std::size_t longestPassword = 256;
 
@@ -42,28 +44,55 @@ void checkLength(const std::string& password) {
     }
 }
 
+SignInFailure tooMany(std::chrono::milliseconds wait, const std::string& network) {
+    static RareLog refusals;
+    refusals.write("sign-in refused, too many attempts from " + network);
+    const auto seconds = std::chrono::ceil<std::chrono::seconds>(wait);
+    return {429, "Слишком много попыток. Попробуйте снова через " + std::to_string(seconds.count()) + " с.",
+            seconds};
+}
+
+/// Counts itself as long as it lives.
+class Counted {
+public:
+    explicit Counted(std::atomic<int>& count)
+        : m_count(count) {
+        ++m_count;
+    }
+    ~Counted() { --m_count; }
+    Counted(const Counted&) = delete;
+    Counted& operator=(const Counted&) = delete;
+
+private:
+    std::atomic<int>& m_count;
+};
+
 } // namespace
 
 SignInFailure SignInFailure::stalePage() {
     return {400, "Страница устарела. Попробуйте ещё раз."};
 }
 
-SignInService::SignInService(AccountStore& accounts, PasswordHasher& hasher, const Clock& clock)
+SignInService::SignInService(AccountStore& accounts, PasswordHasher& hasher, const SteadyClock& clock,
+                             Pause pause)
     : m_accounts(accounts)
     , m_hasher(hasher)
-    , m_attemptsByEmail(attemptsPerEmail, attemptWindow, clock)
-    , m_attemptsByPeer(attemptsPerPeer, attemptWindow, clock) {}
+    , m_pause(std::move(pause))
+    , m_byNetworkAndAccount({.free = freeAttempts}, clock)
+    , m_byNetwork({.free = freeAttemptsOfNetwork}, clock) {}
 
 Account SignInService::signIn(const std::string& email, const std::string& password,
-                              const std::string& peer) {
+                              const std::string& network) {
     const auto address = normalised(email);
-    takeAttempt(m_attemptsByPeer, peer);
-    takeAttempt(m_attemptsByEmail, address);
+    const auto attempt = network + ' ' + address;
+    wait(std::max(place(m_byNetwork, network, network), place(m_byNetworkAndAccount, attempt, network)),
+         network);
     if (password.size() <= longestPassword) {
         const auto found = m_accounts.byEmail(address);
         if (found && !found->passwordHash.empty()) {
             if (m_hasher.verify(found->passwordHash, password)) {
-                m_attemptsByEmail.reset(address);
+                m_byNetworkAndAccount.forget(attempt);
+                m_byNetwork.forgive(network);
                 return found->account;
             }
         } else {
@@ -74,10 +103,10 @@ Account SignInService::signIn(const std::string& email, const std::string& passw
 }
 
 Account SignInService::createAccount(const std::string& email, const std::string& password,
-                                     const std::string& peer) {
+                                     const std::string& network) {
     const auto address = normalised(email);
     checkLength(password);
-    takeAttempt(m_attemptsByPeer, peer);
+    wait(place(m_byNetwork, network, network), network);
     const SignInFailure taken(409, "Аккаунт с такой почтой уже есть. Войдите или укажите другую почту.");
     if (address.ends_with("@localhost") || m_accounts.byEmail(address)) {
         throw taken;
@@ -90,10 +119,10 @@ Account SignInService::createAccount(const std::string& email, const std::string
 }
 
 void SignInService::changePassword(const Account& account, const std::string& current,
-                                   const std::string& wanted, const std::string& peer) {
+                                   const std::string& wanted, const std::string& network) {
     checkLength(wanted);
     try {
-        static_cast<void>(signIn(account.email, current, peer));
+        static_cast<void>(signIn(account.email, current, network));
     } catch (const SignInFailure& failure) {
         throw failure.status() == 401 ? SignInFailure(401, "Текущий пароль введён неверно.") : failure;
     }
@@ -107,12 +136,24 @@ Account SignInService::signInLocally(const LocalUser& user) {
     return m_accounts.byEmail(user.email).value().account;
 }
 
-void SignInService::takeAttempt(RateLimiter& limiter, const std::string& key) {
-    if (const auto wait = limiter.take(key); wait > std::chrono::seconds::zero()) {
-        const auto minutes = std::chrono::ceil<std::chrono::minutes>(wait).count();
-        throw SignInFailure(429, "Слишком много попыток. Попробуйте снова через " + std::to_string(minutes) +
-                                     " мин.");
+std::chrono::milliseconds SignInService::place(AttemptBrake& brake, const std::string& key,
+                                               const std::string& network) {
+    const auto answer = brake.take(key);
+    if (!answer.granted) {
+        throw tooMany(answer.wait, network);
     }
+    return answer.wait;
+}
+
+void SignInService::wait(std::chrono::milliseconds time, const std::string& network) {
+    if (time <= std::chrono::milliseconds::zero()) {
+        return;
+    }
+    const Counted counted(m_waiting);
+    if (m_waiting > mostWaiting) {
+        throw tooMany(time, network);
+    }
+    m_pause(time);
 }
 
 } // namespace velmora::server

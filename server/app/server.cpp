@@ -34,6 +34,9 @@
 #include <Poco/ThreadPool.h>
 #include <sodium.h>
 
+#include <condition_variable>
+#include <mutex>
+
 namespace velmora::server {
 
 namespace {
@@ -103,7 +106,7 @@ struct Server::State {
         , sessions(database, clock)
         , tokens(key.derive(SigningKey::Purpose::AccessTokens), clock)
         , formTokens(key.derive(SigningKey::Purpose::FormTokens), clock)
-        , signIn(accounts, hasher, clock)
+        , signIn(accounts, hasher, steadyClock, [this](auto time) { pause(time); })
         , accountForms(key.derive(SigningKey::Purpose::AccountForms), clock)
         , localUser(options.localUser ? std::optional(LocalUser::current()) : std::nullopt)
         , hosts(options.hosts)
@@ -155,7 +158,15 @@ struct Server::State {
                                                     stop.get_token()));
     }
 
-    Clock clock = [] { return std::chrono::system_clock::now(); };
+    /// Lets time pass, unless the server stops meanwhile.
+    void pause(std::chrono::milliseconds time) const {
+        std::mutex mutex;
+        std::unique_lock lock(mutex);
+        std::condition_variable_any().wait_for(lock, stop.get_token(), time, [] { return false; });
+    }
+
+    Clock clock = std::chrono::system_clock::now;
+    SteadyClock steadyClock = std::chrono::steady_clock::now;
     std::stop_source stop;
     std::unique_ptr<Recogniser> recogniser;
     std::filesystem::path data;

@@ -33,7 +33,15 @@ std::string readKey(const std::string& file) {
     return Poco::trim(key);
 }
 
-/// "URL[,model=…][,key-file=…]"
+unsigned parsePositive(const std::string& option, const std::string& text) {
+    unsigned number = 0;
+    if (!Poco::NumberParser::tryParseUnsigned(text, number) || number == 0 || number > 1'000'000) {
+        throw OptionError(option + ": not a positive number: " + text);
+    }
+    return number;
+}
+
+/// "URL[,model=…][,key-file=…][,connections=…]"
 OpenAiRecogniser::Settings parseOpenAi(const std::string& text) {
     const Poco::StringTokenizer parts(text, ",");
     OpenAiRecogniser::Settings settings;
@@ -46,6 +54,8 @@ OpenAiRecogniser::Settings parseOpenAi(const std::string& text) {
             settings.model = part.substr(6);
         } else if (part.starts_with("key-file=")) {
             settings.key = readKey(part.substr(9));
+        } else if (part.starts_with("connections=")) {
+            settings.connections = parsePositive("--recogniser: connections", part.substr(12));
         } else {
             throw OptionError("--recogniser: unknown part " + part);
         }
@@ -56,14 +66,6 @@ OpenAiRecogniser::Settings parseOpenAi(const std::string& text) {
         throw OptionError(std::string("--recogniser: ") + error.what());
     }
     return settings;
-}
-
-unsigned parsePositive(const std::string& option, const std::string& text) {
-    unsigned number = 0;
-    if (!Poco::NumberParser::tryParseUnsigned(text, number) || number == 0 || number > 1'000'000) {
-        throw OptionError(option + ": not a positive number: " + text);
-    }
-    return number;
 }
 
 Poco::Net::SocketAddress parseAddress(const std::string& text) {
@@ -191,7 +193,7 @@ The backend of Velmora on one port: sign-in, preferences and dictation.
   --data FOLDER            accounts and keys, by default $XDG_DATA_HOME/velmora-server
   --recogniser pocketsphinx
                            recognise English on this machine; the default
-  --recogniser openai=URL[,model=NAME][,key-file=FILE]
+  --recogniser openai=URL[,model=NAME][,key-file=FILE][,connections=N]
                            recognise through a server with an OpenAI-style transcription endpoint
   --language LANGUAGE      language of new accounts: auto, or a code such as ru or en;
                            by default ru where the recogniser knows it, else auto

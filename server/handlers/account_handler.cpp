@@ -4,6 +4,8 @@
 #include "accounts/session_store.h"
 #include "accounts/sign_in_service.h"
 #include "handlers/posted_form.h"
+#include "handlers/retry_after.h"
+#include "http/client_network.h"
 #include "http/exchange.h"
 #include "pages/account_page.h"
 
@@ -18,8 +20,8 @@ std::string stateOf(const AccountStore::WithPassword& visitor) {
     return "account " + visitor.account.id + ' ' + visitor.passwordHash;
 }
 
-std::string peerOf(const Exchange& exchange) {
-    return exchange.peer().host().toString();
+std::string networkOf(const Exchange& exchange) {
+    return clientNetwork(exchange.peer().host());
 }
 
 } // namespace
@@ -40,6 +42,7 @@ void AccountHandler::handle(Exchange& exchange) {
         const auto notice = act(form, exchange, *visitor);
         sendAccount(exchange, 200, visitor->account.id, notice, {});
     } catch (const SignInFailure& failure) {
+        setRetryAfter(exchange, failure.retryAfter());
         if (visitor) {
             sendAccount(exchange, failure.status(), visitor->account.id, {}, failure.what());
             return;
@@ -80,7 +83,7 @@ Account AccountHandler::entering(const PostedForm& form, const Exchange& exchang
         return m_service.signInLocally(*user);
     }
     if (action == "sign_in") {
-        return m_service.signIn(form.field("email"), form.field("password"), peerOf(exchange));
+        return m_service.signIn(form.field("email"), form.field("password"), networkOf(exchange));
     }
     throw SignInFailure(400, "Войдите в аккаунт.");
 }
@@ -96,7 +99,7 @@ std::string AccountHandler::act(const PostedForm& form, const Exchange& exchange
     }
     if (action == "change_password" && !visitor.passwordHash.empty()) {
         m_service.changePassword(visitor.account, form.field("password"), form.field("new_password"),
-                                 peerOf(exchange));
+                                 networkOf(exchange));
         m_sessions.revokeAll(visitor.account.id);
         return "Пароль изменён, все сеансы завершены. Войдите в Velmora с новым паролем.";
     }

@@ -1,6 +1,7 @@
 #include "handlers/dictate_handler.h"
 
 #include "accounts/account_store.h"
+#include "handlers/retry_after.h"
 #include "http/exchange.h"
 #include "http/http_error.h"
 #include "http/multipart_upload.h"
@@ -10,6 +11,7 @@
 #include "speech/recogniser.h"
 #include "speech/temp_file.h"
 
+#include <algorithm>
 #include <thread>
 
 namespace velmora::server {
@@ -22,6 +24,8 @@ constexpr std::chrono::milliseconds lookInterval{100};
 constexpr std::chrono::seconds silenceLimit{10};
 /// Recognising is quicker than speaking; on a busy machine it may not be.
 constexpr int workPerDuration = 4;
+/// For files that don't tell their length.
+constexpr std::chrono::minutes usualLength{1};
 
 struct EventWriter {
     EventStream& stream;
@@ -55,9 +59,9 @@ struct EventWriter {
 } // namespace
 
 /// Counts an account's running dictations.
-class DictateHandler::Turn {
+class DictateHandler::Share {
 public:
-    Turn(DictateHandler& handler, std::string accountId)
+    Share(DictateHandler& handler, std::string accountId)
         : m_handler(handler)
         , m_accountId(std::move(accountId)) {
         const std::scoped_lock lock(handler.m_mutex);
@@ -67,14 +71,14 @@ public:
         }
         ++count;
     }
-    ~Turn() {
+    ~Share() {
         const std::scoped_lock lock(m_handler.m_mutex);
         if (--m_handler.m_running[m_accountId] == 0) {
             m_handler.m_running.erase(m_accountId);
         }
     }
-    Turn(const Turn&) = delete;
-    Turn& operator=(const Turn&) = delete;
+    Share(const Share&) = delete;
+    Share& operator=(const Share&) = delete;
 
 private:
     DictateHandler& m_handler;
@@ -87,13 +91,33 @@ DictateHandler::DictateHandler(AccountStore& accounts, Recogniser& recogniser, D
     , m_recogniser(recogniser)
     , m_limits(limits)
     , m_tempFolder(std::move(tempFolder))
-    , m_stop(std::move(stop)) {}
+    , m_stop(std::move(stop))
+    , m_line(recogniser.atOnce()) {}
 
 void DictateHandler::handle(Exchange& exchange) {
-    const Turn turn(*this, exchange.identity().account.id);
+    const auto begun = std::chrono::steady_clock::now();
+    const Share share(*this, exchange.identity().account.id);
+    // Nobody uploads for nothing where even the shortest recording would come too late.
+    refuseIfBusy(exchange, {}, begun);
     TempFile file(m_tempFolder);
     receive(exchange, file);
-    answer(exchange, file);
+    answer(exchange, file, begun);
+}
+
+void DictateHandler::refuseIfBusy(Exchange& exchange, std::chrono::milliseconds sound,
+                                  DictationLine::Time begun) const {
+    const auto forecast = m_line.forecast(exchange.identity().account.id, sound);
+    const auto late =
+        std::chrono::steady_clock::now() - begun + forecast.wait + forecast.work - m_limits.patience;
+    // What takes too long without others in the way takes no less at another time.
+    if (forecast.wait > std::chrono::milliseconds::zero() && late > std::chrono::milliseconds::zero()) {
+        const auto pause = std::min<std::chrono::nanoseconds>(forecast.wait, late);
+        const auto seconds = std::chrono::ceil<std::chrono::seconds>(pause);
+        setRetryAfter(exchange, seconds);
+        throw HttpError(503, "busy",
+                        "Сервер занят другими диктовками. Попробуйте снова через " +
+                            std::to_string(seconds.count()) + " с");
+    }
 }
 
 void DictateHandler::receive(Exchange& exchange, TempFile& file) const {
@@ -102,7 +126,7 @@ void DictateHandler::receive(Exchange& exchange, TempFile& file) const {
                 [&file](std::span<const char> bytes) { file.append(bytes); });
 }
 
-void DictateHandler::answer(Exchange& exchange, TempFile& file) {
+void DictateHandler::answer(Exchange& exchange, TempFile& file, DictationLine::Time begun) {
     std::optional<AudioDecoder> audio;
     try {
         audio.emplace(file.descriptor());
@@ -113,12 +137,16 @@ void DictateHandler::answer(Exchange& exchange, TempFile& file) {
         throw HttpError(413, "too_long", "Запись слишком длинная");
     }
     const auto preferences = m_accounts.preferences(exchange.identity().account.id);
+    const auto sound = audio->announcedDuration().value_or(usualLength);
+    refuseIfBusy(exchange, sound, begun);
+    DictationLine::Place place(m_line, exchange.identity().account.id, sound);
     Dictation dictation(
-        *audio, m_recogniser,
+        *audio, m_recogniser, place,
         {.language = Language::fromPreference(preferences.transcribeLanguage).value_or(Language()),
          .clean = preferences.cleanupEnabled,
          .spellTerms = preferences.devModeEnabled,
-         .longest = m_limits.duration});
+         .longest = m_limits.duration,
+         .latestBegin = begun + m_limits.patience});
 
     exchange.allow(m_limits.duration * workPerDuration);
     auto stream = exchange.openEventStream();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "http/handler.h"
+#include "speech/dictation_line.h"
 
 #include <chrono>
 #include <cstdint>
@@ -25,6 +26,8 @@ struct DictationLimits {
     int perAccount = 4;
     /// For the upload.
     std::chrono::minutes uploadTime{10};
+    /// Clients give up after three minutes, the upload included. What can't be done by then is refused.
+    std::chrono::milliseconds patience = std::chrono::seconds(170);
 };
 
 /// POST /v1/dictate: a recording in, its text out as server-sent events while it is recognised.
@@ -37,16 +40,18 @@ public:
     void handle(Exchange& exchange) override;
 
 private:
-    class Turn;
+    class Share;
 
+    void refuseIfBusy(Exchange& exchange, std::chrono::milliseconds sound, DictationLine::Time begun) const;
     void receive(Exchange& exchange, TempFile& file) const;
-    void answer(Exchange& exchange, TempFile& file);
+    void answer(Exchange& exchange, TempFile& file, DictationLine::Time begun);
 
     AccountStore& m_accounts;
     Recogniser& m_recogniser;
     DictationLimits m_limits;
     std::filesystem::path m_tempFolder;
     std::stop_token m_stop;
+    DictationLine m_line;
     std::mutex m_mutex;
     std::map<std::string, int> m_running;
 };

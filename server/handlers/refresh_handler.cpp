@@ -17,7 +17,7 @@ void RefreshHandler::handle(Exchange& exchange) {
         throw HttpError(401, "invalid_refresh_token", "Сессия истекла");
     }
     Poco::JSON::Object reply;
-    reply.set("accessToken", m_tokens.issue({session->accountId, session->id}));
+    reply.set("accessToken", m_tokens.issue(*session));
     reply.set("refreshToken", session->refreshToken);
     exchange.sendJson(200, reply);
 }

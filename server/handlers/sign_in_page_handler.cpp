@@ -14,9 +14,13 @@ SignInPageHandler::SignInPageHandler(const FormTokens& formTokens, const LocalUs
     : m_formTokens(formTokens)
     , m_localUser(localUser) {}
 
+bool SignInPageHandler::acceptsState(const std::string& state) {
+    return !state.empty() && state.size() <= longestState;
+}
+
 void SignInPageHandler::handle(Exchange& exchange) {
     const auto state = exchange.query("state");
-    if (exchange.query("source") != "app" || state.empty() || state.size() > longestState) {
+    if (exchange.query("source") != "app" || !acceptsState(state)) {
         const auto page = openFromAppPage();
         exchange.sendHtml(400, page.html, page.contentSecurityPolicy);
         return;

@@ -3,6 +3,8 @@
 #include "handlers/local_user_offer.h"
 #include "http/handler.h"
 
+#include <string>
+
 namespace velmora::server {
 
 class FormTokens;
@@ -11,6 +13,9 @@ class FormTokens;
 class SignInPageHandler : public Handler {
 public:
     SignInPageHandler(const FormTokens& formTokens, const LocalUserOffer& localUser);
+
+    /// True for what an application sends as state; pages are made for nothing else.
+    [[nodiscard]] static bool acceptsState(const std::string& state);
 
     void handle(Exchange& exchange) override;
 

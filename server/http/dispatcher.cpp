@@ -4,6 +4,8 @@
 #include "accounts/account_store.h"
 #include "accounts/session_store.h"
 #include "app/log.h"
+#include "app/rare_log.h"
+#include "http/client_network.h"
 #include "http/exchange.h"
 #include "http/host_policy.h"
 #include "http/http_error.h"
@@ -11,6 +13,7 @@
 
 #include <Poco/Net/HTTPRequestHandler.h>
 #include <Poco/Net/NetException.h>
+#include <Poco/Net/SocketAddress.h>
 #include <Poco/String.h>
 
 #include <typeinfo>
@@ -89,7 +92,13 @@ void Dispatcher::signIn(Exchange& exchange) {
     if (Poco::icompare(header, 0, scheme.size(), std::string(scheme)) != 0) {
         throw HttpError(401, "not_logged_in", "Не авторизован");
     }
-    const auto claims = m_tokens.verify(header.substr(scheme.size()));
+    const auto token = header.substr(scheme.size());
+    const auto claims = m_tokens.verify(token);
+    if (!claims && !m_tokens.isOurs(token)) {
+        static RareLog forgeries;
+        forgeries.write("an access token that was not made here, from " +
+                        clientNetwork(exchange.peer().host()));
+    }
     if (!claims || !m_sessions.isAlive(claims->sessionId)) {
         throw HttpError(401, "invalid_token", "Сессия истекла");
     }

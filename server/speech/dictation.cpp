@@ -31,11 +31,17 @@ std::string trimmed(const std::string& phrase) {
     return text;
 }
 
+RecogniserError busy() {
+    return {"busy", "Сервер занят другими диктовками. Попробуйте ещё раз через минуту"};
+}
+
 } // namespace
 
-Dictation::Dictation(AudioDecoder& audio, Recogniser& recogniser, Settings settings)
+Dictation::Dictation(AudioDecoder& audio, Recogniser& recogniser, DictationLine::Place& place,
+                     Settings settings)
     : m_audio(audio)
     , m_recogniser(recogniser)
+    , m_place(place)
     , m_settings(std::move(settings)) {}
 
 void Dictation::run(const Sink& sink, const std::stop_token& stop) {
@@ -66,18 +72,22 @@ DictationEvent Dictation::transcribe(const Sink& sink, const std::stop_token& st
     sink(DictationStage{"transcribing"});
     const auto recognition =
         m_recogniser.begin({.language = *language,
-                            .vocabulary = m_settings.spellTerms ? technicalTermExamples() : std::string()},
-                           stop);
-    if (!recognition) {
-        return {};
-    }
-
+                            .vocabulary = m_settings.spellTerms ? technicalTermExamples() : std::string()});
     TextCleaner cleaner(*language);
     std::string text;
     PauseCutter cutter(m_recogniser.pieceLimits());
+    auto latestTurn = m_settings.latestBegin;
+    const auto wordsOf = [&](const PauseCutter::Piece& piece) {
+        const auto turn = m_place.turn(durationOf(piece.size()), stop, latestTurn);
+        if (!turn && !stop.stop_requested()) {
+            throw busy();
+        }
+        latestTurn = DictationLine::Time::max();
+        return turn ? recognition->recognise(piece, stop) : std::string();
+    };
     const auto recognisePieces = [&] {
         for (auto piece = cutter.next(); piece && !stop.stop_requested(); piece = cutter.next()) {
-            const auto words = recognition->recognise(*piece, stop);
+            const auto words = wordsOf(*piece);
             auto phrase = m_settings.clean ? cleaner.clean(words) : trimmed(words);
             if (m_settings.spellTerms) {
                 phrase = spellTechnicalTerms(phrase);
@@ -102,6 +112,9 @@ DictationEvent Dictation::transcribe(const Sink& sink, const std::stop_token& st
     }
     cutter.finish();
     recognisePieces();
+    if (stop.stop_requested()) {
+        return {};
+    }
 
     if (m_settings.clean) {
         sink(DictationStage{"cleaning"});

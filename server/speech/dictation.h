@@ -1,6 +1,7 @@
 #pragma once
 
 #include "speech/dictation_event.h"
+#include "speech/dictation_line.h"
 #include "speech/language.h"
 
 #include <chrono>
@@ -21,10 +22,12 @@ public:
         /// Write technical terms as developers do.
         bool spellTerms = false;
         std::chrono::milliseconds longest{};
+        /// Who hasn't had a turn by then need not have one any more.
+        DictationLine::Time latestBegin = DictationLine::Time::max();
     };
     using Sink = std::function<void(DictationEvent)>;
 
-    Dictation(AudioDecoder& audio, Recogniser& recogniser, Settings settings);
+    Dictation(AudioDecoder& audio, Recogniser& recogniser, DictationLine::Place& place, Settings settings);
 
     /// Gives events to `sink` on this thread; the last is DictationDone or DictationFailed, unless a stop is
     /// requested. What it has given as text once it never takes back: the pieces are the beginning of the
@@ -36,6 +39,7 @@ private:
 
     AudioDecoder& m_audio;
     Recogniser& m_recogniser;
+    DictationLine::Place& m_place;
     Settings m_settings;
 };
 

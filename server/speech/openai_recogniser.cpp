@@ -3,11 +3,10 @@
 #include "speech/wav.h"
 
 #include <Poco/JSON/Parser.h>
-#include <Poco/Net/Context.h>
 #include <Poco/Net/HTMLForm.h>
+#include <Poco/Net/HTTPClientSession.h>
 #include <Poco/Net/HTTPRequest.h>
 #include <Poco/Net/HTTPResponse.h>
-#include <Poco/Net/HTTPSClientSession.h>
 #include <Poco/Net/StringPartSource.h>
 #include <sys/socket.h>
 
@@ -18,8 +17,6 @@ namespace velmora::server {
 
 namespace {
 
-constexpr int connectSeconds = 10;
-constexpr int transferSeconds = 60;
 constexpr std::size_t replyLimit = 1024 * 1024;
 constexpr std::string_view endpointPath = "/audio/transcriptions";
 
@@ -40,21 +37,6 @@ RecogniserError refusal(int status) {
     }
 }
 
-std::unique_ptr<Poco::Net::HTTPClientSession> connect(const Poco::URI& endpoint) {
-    std::unique_ptr<Poco::Net::HTTPClientSession> session;
-    if (endpoint.getScheme() == "https") {
-        const Poco::Net::Context::Ptr context(new Poco::Net::Context(
-            Poco::Net::Context::TLS_CLIENT_USE, "", "", "", Poco::Net::Context::VERIFY_STRICT, 9, true));
-        session =
-            std::make_unique<Poco::Net::HTTPSClientSession>(endpoint.getHost(), endpoint.getPort(), context);
-    } else {
-        session = std::make_unique<Poco::Net::HTTPClientSession>(endpoint.getHost(), endpoint.getPort());
-    }
-    session->setTimeout(Poco::Timespan(connectSeconds, 0), Poco::Timespan(transferSeconds, 0),
-                        Poco::Timespan(transferSeconds, 0));
-    return session;
-}
-
 std::string readAll(std::istream& stream) {
     std::string text(replyLimit, '\0');
     stream.read(text.data(), static_cast<std::streamsize>(text.size()));
@@ -72,20 +54,12 @@ public:
 
     std::string recognise(std::span<const std::int16_t> samples, const std::stop_token& stop) override {
         try {
-            const auto session = connect(m_owner.m_endpoint);
-            // Shuts the connection under a transfer in progress, which then ends with an error.
-            const std::stop_callback abort(
-                stop, [&session] { ::shutdown(session->socket().impl()->sockfd(), SHUT_RDWR); });
-            send(*session, samples);
-            Poco::Net::HTTPResponse response;
-            const auto reply = readAll(session->receiveResponse(response));
-            if (response.getStatus() != Poco::Net::HTTPResponse::HTTP_OK) {
-                throw refusal(response.getStatus());
-            }
-            return Poco::JSON::Parser()
-                .parse(reply)
-                .extract<Poco::JSON::Object::Ptr>()
-                ->getValue<std::string>("text");
+            const auto reply = exchange(samples, stop);
+            return stop.stop_requested() ? std::string()
+                                         : Poco::JSON::Parser()
+                                               .parse(reply)
+                                               .extract<Poco::JSON::Object::Ptr>()
+                                               ->getValue<std::string>("text");
         } catch (const Poco::Exception&) {
             if (stop.stop_requested()) {
                 return {};
@@ -95,6 +69,48 @@ public:
     }
 
 private:
+    std::string exchange(std::span<const std::int16_t> samples, const std::stop_token& stop) {
+        while (auto connection = m_owner.m_connections->kept()) {
+            try {
+                return exchangeOver(std::move(connection), samples, stop);
+            } catch (const Poco::IOException&) {
+                // The service had closed it, or did so just now.
+                if (stop.stop_requested()) {
+                    throw;
+                }
+            }
+        }
+        return exchangeOver(m_owner.m_connections->make(), samples, stop);
+    }
+
+    std::string exchangeOver(ServiceConnections::Connection connection, std::span<const std::int16_t> samples,
+                             const std::stop_token& stop) {
+        Poco::Net::HTTPResponse response;
+        std::string reply;
+        {
+            // Shuts the connection under a transfer in progress, which then ends with an error.
+            const std::stop_callback abort(
+                stop, [&connection] { ::shutdown(connection->socket().impl()->sockfd(), SHUT_RDWR); });
+            send(*connection, samples);
+            // It may have come before there was a connection to shut.
+            if (stop.stop_requested()) {
+                return {};
+            }
+            auto& stream = connection->receiveResponse(response);
+            reply = readAll(stream);
+            if (!stream.eof()) {
+                response.setKeepAlive(false);
+            }
+        }
+        if (response.getKeepAlive() && !stop.stop_requested()) {
+            m_owner.m_connections->keep(std::move(connection));
+        }
+        if (response.getStatus() != Poco::Net::HTTPResponse::HTTP_OK) {
+            throw refusal(response.getStatus());
+        }
+        return reply;
+    }
+
     void send(Poco::Net::HTTPClientSession& session, std::span<const std::int16_t> samples) {
         Poco::Net::HTTPRequest request(Poco::Net::HTTPRequest::HTTP_POST,
                                        m_owner.m_endpoint.getPathAndQuery(),
@@ -123,7 +139,8 @@ private:
 
 OpenAiRecogniser::OpenAiRecogniser(const Settings& settings)
     : m_model(settings.model)
-    , m_key(settings.key) {
+    , m_key(settings.key)
+    , m_atOnce(settings.connections) {
     try {
         m_endpoint = Poco::URI(settings.url);
     } catch (const Poco::Exception&) {
@@ -140,6 +157,7 @@ OpenAiRecogniser::OpenAiRecogniser(const Settings& settings)
         }
         m_endpoint.setPath((path.empty() ? "/v1" : path) + std::string(endpointPath));
     }
+    m_connections = std::make_unique<ServiceConnections>(m_endpoint);
 }
 
 PieceLimits OpenAiRecogniser::pieceLimits() const {
@@ -148,9 +166,8 @@ PieceLimits OpenAiRecogniser::pieceLimits() const {
             .pause = std::chrono::milliseconds(500)};
 }
 
-std::unique_ptr<Recognition> OpenAiRecogniser::begin(const Expectation& expectation,
-                                                     const std::stop_token& stop) {
-    return stop.stop_requested() ? nullptr : std::make_unique<Upload>(*this, expectation);
+std::unique_ptr<Recognition> OpenAiRecogniser::begin(const Expectation& expectation) {
+    return std::make_unique<Upload>(*this, expectation);
 }
 
 } // namespace velmora::server

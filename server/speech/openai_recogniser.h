@@ -1,6 +1,7 @@
 #pragma once
 
 #include "speech/recogniser.h"
+#include "speech/service_connections.h"
 
 #include <Poco/URI.h>
 
@@ -15,6 +16,8 @@ public:
         std::string model = "whisper-1";
         /// Sent as bearer token; empty for none.
         std::string key;
+        /// How many pieces it is given at a time, each over a connection of its own.
+        unsigned connections = 4;
     };
 
     /// Fails with std::runtime_error if the URL is not http or https.
@@ -25,8 +28,8 @@ public:
     /// Longer than a local recogniser's: such models do better with more to go by.
     [[nodiscard]] PieceLimits pieceLimits() const override;
 
-    [[nodiscard]] std::unique_ptr<Recognition> begin(const Expectation& expectation,
-                                                     const std::stop_token& stop) override;
+    [[nodiscard]] unsigned atOnce() const override { return m_atOnce; }
+    [[nodiscard]] std::unique_ptr<Recognition> begin(const Expectation& expectation) override;
 
 private:
     class Upload;
@@ -34,6 +37,8 @@ private:
     Poco::URI m_endpoint;
     std::string m_model;
     std::string m_key;
+    unsigned m_atOnce;
+    std::unique_ptr<ServiceConnections> m_connections;
 };
 
 } // namespace velmora::server

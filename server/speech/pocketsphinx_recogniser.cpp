@@ -7,31 +7,62 @@
 
 namespace velmora::server {
 
-class PocketsphinxRecogniser::Lease : public Recognition {
-public:
-    Lease(PocketsphinxRecogniser& owner, Decoder decoder)
-        : m_owner(owner)
-        , m_decoder(std::move(decoder)) {}
+namespace {
+constexpr unsigned mostDecoders = 8;
+}
 
-    ~Lease() override { m_owner.giveBack(std::move(m_decoder)); }
+/// A decoder taken out of those that are kept, or a new one.
+class PocketsphinxRecogniser::Loan {
+public:
+    explicit Loan(PocketsphinxRecogniser& owner)
+        : m_owner(owner) {
+        {
+            const std::scoped_lock lock(owner.m_mutex);
+            if (!owner.m_idle.empty()) {
+                m_decoder = std::move(owner.m_idle.back());
+                owner.m_idle.pop_back();
+                return;
+            }
+        }
+        m_decoder = owner.makeDecoder();
+    }
+    ~Loan() {
+        const std::scoped_lock lock(m_owner.m_mutex);
+        m_owner.m_idle.push_back(std::move(m_decoder));
+    }
+    Loan(const Loan&) = delete;
+    Loan& operator=(const Loan&) = delete;
+
+    [[nodiscard]] ps_decoder_s* decoder() const { return m_decoder.get(); }
+
+private:
+    PocketsphinxRecogniser& m_owner;
+    Decoder m_decoder;
+};
+
+class PocketsphinxRecogniser::Words : public Recognition {
+public:
+    explicit Words(PocketsphinxRecogniser& owner)
+        : m_owner(owner) {}
 
     std::string recognise(std::span<const std::int16_t> samples, const std::stop_token& stop) override {
         if (stop.stop_requested()) {
             return {};
         }
+        const Loan loan(m_owner);
+        auto* decoder = loan.decoder();
         // Decoding the utterance as a whole gives the same words for the same sound; piece by piece does not.
-        if (ps_start_stream(m_decoder.get()) < 0 || ps_start_utt(m_decoder.get()) < 0 ||
-            ps_process_raw(m_decoder.get(), samples.data(), samples.size(), FALSE, TRUE) < 0 ||
-            ps_end_utt(m_decoder.get()) < 0) {
+        if (ps_start_stream(decoder) < 0 || ps_start_utt(decoder) < 0 ||
+            ps_process_raw(decoder, samples.data(), samples.size(), FALSE, TRUE) < 0 ||
+            ps_end_utt(decoder) < 0) {
             throw RecogniserError("recogniser_failed", "Не удалось распознать запись");
         }
-        const char* words = ps_get_hyp(m_decoder.get(), nullptr);
+        const char* words = ps_get_hyp(decoder, nullptr);
         return words ? words : "";
     }
 
 private:
     PocketsphinxRecogniser& m_owner;
-    Decoder m_decoder;
 };
 
 void PocketsphinxRecogniser::FreeDecoder::operator()(ps_decoder_s* decoder) const {
@@ -39,8 +70,7 @@ void PocketsphinxRecogniser::FreeDecoder::operator()(ps_decoder_s* decoder) cons
 }
 
 PocketsphinxRecogniser::PocketsphinxRecogniser(std::filesystem::path models)
-    : m_models(std::move(models))
-    , m_unmade(std::max(1U, std::thread::hardware_concurrency()) - 1) {
+    : m_models(std::move(models)) {
     m_idle.push_back(makeDecoder());
 }
 
@@ -51,34 +81,12 @@ std::optional<Language> PocketsphinxRecogniser::resolve(const Language& wanted) 
     return wanted.isAutomatic() || wanted == english ? english : std::nullopt;
 }
 
-std::unique_ptr<Recognition> PocketsphinxRecogniser::begin(const Expectation& /*expectation*/,
-                                                           const std::stop_token& stop) {
-    {
-        std::unique_lock lock(m_mutex);
-        if (!m_returned.wait(lock, stop, [this] { return !m_idle.empty() || m_unmade > 0; })) {
-            return nullptr;
-        }
-        if (!m_idle.empty()) {
-            auto decoder = std::move(m_idle.back());
-            m_idle.pop_back();
-            return std::make_unique<Lease>(*this, std::move(decoder));
-        }
-        --m_unmade;
-    }
-    try {
-        return std::make_unique<Lease>(*this, makeDecoder());
-    } catch (...) {
-        const std::scoped_lock lock(m_mutex);
-        ++m_unmade;
-        m_returned.notify_one();
-        throw;
-    }
+unsigned PocketsphinxRecogniser::atOnce() const {
+    return std::clamp(std::thread::hardware_concurrency(), 1U, mostDecoders);
 }
 
-void PocketsphinxRecogniser::giveBack(Decoder decoder) {
-    const std::scoped_lock lock(m_mutex);
-    m_idle.push_back(std::move(decoder));
-    m_returned.notify_one();
+std::unique_ptr<Recognition> PocketsphinxRecogniser::begin(const Expectation& /*expectation*/) {
+    return std::make_unique<Words>(*this);
 }
 
 std::filesystem::path PocketsphinxRecogniser::defaultModels() {

@@ -2,16 +2,16 @@
 
 #include "speech/recogniser.h"
 
-#include <condition_variable>
 #include <filesystem>
 #include <mutex>
+#include <vector>
 
 struct ps_decoder_s;
 
 namespace velmora::server {
 
-/// Recognises English on this machine. Decoders are costly to make: they are kept, and at most one per core
-/// works at a time.
+/// Recognises English on this machine. Decoders are costly to make: they are kept, and each works on a piece
+/// of whichever dictation has its turn.
 class PocketsphinxRecogniser : public Recogniser {
 public:
     /// Makes the first decoder, so that the first dictation need not wait. Fails with std::runtime_error if
@@ -21,11 +21,13 @@ public:
 
     [[nodiscard]] std::optional<Language> resolve(const Language& wanted) const override;
     [[nodiscard]] PieceLimits pieceLimits() const override { return {}; }
-    [[nodiscard]] std::unique_ptr<Recognition> begin(const Expectation& expectation,
-                                                     const std::stop_token& stop) override;
+    /// One a core; but each takes 100 MB.
+    [[nodiscard]] unsigned atOnce() const override;
+    [[nodiscard]] std::unique_ptr<Recognition> begin(const Expectation& expectation) override;
 
 private:
-    class Lease;
+    class Words;
+    class Loan;
     struct FreeDecoder {
         void operator()(ps_decoder_s* decoder) const;
     };
@@ -33,14 +35,10 @@ private:
 
     [[nodiscard]] static std::filesystem::path defaultModels();
     [[nodiscard]] Decoder makeDecoder() const;
-    void giveBack(Decoder decoder);
 
     std::filesystem::path m_models;
     std::mutex m_mutex;
-    std::condition_variable_any m_returned;
     std::vector<Decoder> m_idle;
-    /// How many more may be made.
-    unsigned m_unmade;
 };
 
 } // namespace velmora::server

@@ -32,7 +32,7 @@ struct Expectation {
     std::string vocabulary;
 };
 
-/// One dictation's hold on a recogniser.
+/// The pieces of one dictation, one behind the other.
 class Recognition {
 public:
     virtual ~Recognition() = default;
@@ -54,9 +54,11 @@ public:
     /// The pieces it likes best.
     [[nodiscard]] virtual PieceLimits pieceLimits() const = 0;
 
-    /// Waits until there is room for one more; null when a stop is requested before.
-    [[nodiscard]] virtual std::unique_ptr<Recognition> begin(const Expectation& expectation,
-                                                             const std::stop_token& stop) = 0;
+    /// How many pieces it is to be given at a time.
+    [[nodiscard]] virtual unsigned atOnce() const = 0;
+
+    /// Holds nothing yet that others may wait for: only recognise() does, and only while it runs.
+    [[nodiscard]] virtual std::unique_ptr<Recognition> begin(const Expectation& expectation) = 0;
 };
 
 } // namespace velmora::server

@@ -11,6 +11,7 @@
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <future>
 
 namespace velmora::server {
@@ -27,13 +28,17 @@ ServerOptions optionsIn(const TestFolder& folder) {
     return options;
 }
 
-/// Two seconds that count as speech.
-std::string someSound() {
-    std::vector<std::int16_t> samples(samplesIn(2s));
+/// What counts as speech.
+std::string soundOf(std::chrono::milliseconds time) {
+    std::vector<std::int16_t> samples(samplesIn(time));
     for (std::size_t i = 0; i < samples.size(); ++i) {
         samples[i] = static_cast<std::int16_t>((i % 50) * 200);
     }
     return wavFile(samples);
+}
+
+std::string someSound() {
+    return soundOf(2s);
 }
 
 std::string textOf(const SentEvent& event, const std::string& key) {
@@ -289,6 +294,67 @@ TEST_F(DictateTest, TooManyOfOneAccount_Are429_OthersAreServed) {
     sockets.push_back(client->connect());
     sockets.back().sendBytes(others.data(), static_cast<int>(others.size()));
     EXPECT_TRUE(recogniser.waitUntil(recogniser.started, 3));
+}
+
+/// An account's two minutes are under way, and nothing comes of them.
+class BusyDictateTest : public DictateTest {
+protected:
+    void SetUp() override {
+        auto owned = std::make_unique<StuckRecogniser>();
+        owned->turns = 1;
+        auto& recogniser = *owned;
+        options.limits.patience = 30s;
+        start(std::move(owned));
+        send(tokens, soundOf(2min));
+        ASSERT_TRUE(recogniser.waitUntil(recogniser.started, 1));
+    }
+    Poco::Net::StreamSocket& send(const Tokens& whose, const std::string& audio) {
+        const auto request = client->dictationRequest(whose, audio);
+        sockets.push_back(client->connect());
+        sockets.back().sendBytes(request.data(), static_cast<int>(request.size()));
+        return sockets.back();
+    }
+    static std::string beginningOfReply(Poco::Net::StreamSocket& socket) {
+        std::string reply;
+        std::array<char, 4096> piece{};
+        while (reply.find("\r\n\r\n") == std::string::npos) {
+            const auto count = socket.receiveBytes(piece.data(), piece.size());
+            if (count <= 0) {
+                break;
+            }
+            reply.append(piece.data(), static_cast<std::size_t>(count));
+        }
+        return reply;
+    }
+
+    std::vector<Poco::Net::StreamSocket> sockets;
+};
+
+TEST_F(BusyDictateTest, WaitLongerThanClientsWait_IsRefusedAtOnce) {
+    const auto reply = client->dictate(tokens, someSound());
+    EXPECT_EQ(reply.status, 503);
+    EXPECT_EQ(reply.code(), "busy");
+    EXPECT_THAT(reply.json()->getValue<std::string>("message"),
+                testing::MatchesRegex("Сервер занят другими диктовками. Попробуйте снова через [0-9]+ с"));
+    // A minute of work is ahead, and half a minute may go by; the guess at the pace is part of this.
+    const auto pause = std::stoi(reply.headers.at("Retry-After"));
+    EXPECT_GE(pause, 25);
+    EXPECT_LE(pause, 60);
+}
+
+TEST_F(BusyDictateTest, Refusal_NeedsNoLookAtTheUpload) {
+    EXPECT_EQ(client->dictate(tokens, "this is no sound").code(), "busy");
+}
+
+TEST_F(BusyDictateTest, OtherAccounts_AreTaken) {
+    auto& socket = send(client->signUp("bob@example.org"), someSound());
+    EXPECT_THAT(beginningOfReply(socket), testing::StartsWith("HTTP/1.1 200 "));
+}
+
+TEST_F(DictateTest, RecordingThatTakesLonger_IsNotRefusedWhileNobodyIsInItsWay) {
+    options.limits.patience = 1s;
+    start(std::make_unique<FakeRecogniser>());
+    EXPECT_EQ(client->dictate(tokens, wavFile(std::vector<std::int16_t>(samplesIn(1min)))).status, 200);
 }
 
 TEST_F(DictateTest, StoppingTheServer_StopsTheWork) {

@@ -8,6 +8,8 @@
 
 #include <gmock/gmock.h>
 
+#include <thread>
+
 namespace velmora::server {
 namespace {
 
@@ -32,13 +34,15 @@ protected:
         file.append(twoPhrases());
         AudioDecoder audio(file.descriptor());
         std::vector<DictationEvent> events;
-        Dictation(audio, recogniser, settings)
+        DictationLine::Place place(line, "account", 6s);
+        Dictation(audio, recogniser, place, settings)
             .run([&](const DictationEvent& event) { events.push_back(event); }, stop);
         return events;
     }
 
     TestFolder folder;
     FakeRecogniser recogniser;
+    DictationLine line{1};
     Dictation::Settings settings{.language = {}, .clean = true, .longest = 30min};
 };
 
@@ -102,6 +106,69 @@ TEST_F(DictationTest, FailureAfterThePhrase_KeepsTheCodeOfTheRecogniser) {
     recogniser.failWhenOut = true;
     EXPECT_THAT(run(), ElementsAre(DictationStage{"transcribing"}, DictationText{"One"},
                                    DictationFailed{"fake_failure", "Нарочно"}));
+}
+
+TEST_F(DictationTest, TurnThatComesTooLate_IsNotWaitedFor) {
+    DictationLine::Place other(line, "other", 1s);
+    const auto turn = other.turn(1s, {}, DictationLine::Time::max());
+    settings.latestBegin = std::chrono::steady_clock::now() + 20ms;
+    const auto events = run();
+    ASSERT_EQ(events.size(), 2U);
+    EXPECT_EQ(events[0], DictationEvent(DictationStage{"transcribing"}));
+    EXPECT_EQ(std::get<DictationFailed>(events[1]).code, "busy");
+    EXPECT_THAT(std::get<DictationFailed>(events[1]).message, testing::StartsWith("Сервер занят"));
+}
+
+/// Many at once, each on a thread of its own, before one recogniser. The language says whose it is.
+class DictationsTest : public testing::Test {
+protected:
+    void start(const std::string& account, const std::string& language) {
+        const auto waiting = line.waiting();
+        threads.emplace_back([this, account, language] {
+            TempFile file(folder.path());
+            file.append(twoPhrases());
+            AudioDecoder audio(file.descriptor());
+            DictationLine::Place place(line, account, 6s);
+            Dictation(audio, recogniser, place,
+                      {.language = Language::fromPreference(language).value(), .longest = 30min})
+                .run([](const DictationEvent& /*event*/) {}, {});
+        });
+        const auto patience = std::chrono::steady_clock::now() + 30s;
+        const auto isThere = [&] {
+            const std::scoped_lock lock(recogniser.mutex);
+            return recogniser.atWork == 1 && line.waiting() == waiting + (threads.size() == 1 ? 0 : 1);
+        };
+        while (!isThere() && std::chrono::steady_clock::now() < patience) {
+            std::this_thread::yield();
+        }
+        ASSERT_TRUE(isThere());
+    }
+
+    TestFolder folder;
+    SlowRecogniser recogniser;
+    DictationLine line{recogniser.atOnce()};
+    std::vector<std::jthread> threads;
+};
+
+TEST_F(DictationsTest, Turn_IsForAPiece_AndNotForAWholeDictation) {
+    start("ann", "en");
+    start("bob", "ru");
+    recogniser.release();
+    threads.clear();
+    EXPECT_THAT(recogniser.languages, ElementsAre("en", "ru", "en", "ru"));
+    EXPECT_EQ(recogniser.busiest, 1);
+}
+
+TEST_F(DictationsTest, TwentyOfOneAccount_DoNotDelayTheFirstOfAnother) {
+    start("ann", "en");
+    for (int i = 0; i < 20; ++i) {
+        start("ann", "en");
+    }
+    start("bob", "ru");
+    recogniser.release();
+    threads.clear();
+    ASSERT_EQ(recogniser.languages.size(), 2U * 22);
+    EXPECT_EQ(recogniser.languages[1], "ru");
 }
 
 TEST_F(DictationTest, Stopped_SaysNothingMore) {

@@ -2,9 +2,11 @@
 
 #include "speech/recogniser.h"
 
+#include <algorithm>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <vector>
 
 namespace velmora::server {
 
@@ -36,9 +38,9 @@ struct FakeRecogniser : Recogniser {
                                                                                       : std::nullopt;
     }
     PieceLimits pieceLimits() const override { return {}; }
-    std::unique_ptr<Recognition> begin(const Expectation& /*expectation*/,
-                                       const std::stop_token& stop) override {
-        return stop.stop_requested() ? nullptr : std::make_unique<Turn>(*this);
+    unsigned atOnce() const override { return 4; }
+    std::unique_ptr<Recognition> begin(const Expectation& /*expectation*/) override {
+        return std::make_unique<Turn>(*this);
     }
 
     std::mutex mutex;
@@ -68,8 +70,8 @@ struct StuckRecogniser : Recogniser {
 
     std::optional<Language> resolve(const Language& wanted) const override { return wanted; }
     PieceLimits pieceLimits() const override { return {}; }
-    std::unique_ptr<Recognition> begin(const Expectation& /*expectation*/,
-                                       const std::stop_token& /*stop*/) override {
+    unsigned atOnce() const override { return turns; }
+    std::unique_ptr<Recognition> begin(const Expectation& /*expectation*/) override {
         return std::make_unique<Turn>(*this);
     }
 
@@ -80,8 +82,52 @@ struct StuckRecogniser : Recogniser {
 
     std::mutex mutex;
     std::condition_variable_any changed;
+    unsigned turns = 4;
     int started = 0;
     int stopped = 0;
+};
+
+/// Works on one piece at a time, once it is let, and remembers the languages in which it was asked.
+struct SlowRecogniser : Recogniser {
+    struct Turn : Recognition {
+        Turn(SlowRecogniser& theOwner, std::string theLanguage)
+            : owner(theOwner)
+            , language(std::move(theLanguage)) {}
+
+        std::string recognise(std::span<const std::int16_t> /*samples*/,
+                              const std::stop_token& stop) override {
+            std::unique_lock lock(owner.mutex);
+            owner.languages.push_back(language);
+            owner.busiest = std::max(owner.busiest, ++owner.atWork);
+            owner.changed.notify_all();
+            owner.changed.wait(lock, stop, [this] { return owner.released; });
+            --owner.atWork;
+            return "word";
+        }
+
+        SlowRecogniser& owner;
+        std::string language;
+    };
+
+    std::optional<Language> resolve(const Language& wanted) const override { return wanted; }
+    PieceLimits pieceLimits() const override { return {}; }
+    unsigned atOnce() const override { return 1; }
+    std::unique_ptr<Recognition> begin(const Expectation& expectation) override {
+        return std::make_unique<Turn>(*this, expectation.language.code());
+    }
+
+    void release() {
+        const std::scoped_lock lock(mutex);
+        released = true;
+        changed.notify_all();
+    }
+
+    std::mutex mutex;
+    std::condition_variable_any changed;
+    bool released = false;
+    int atWork = 0;
+    int busiest = 0;
+    std::vector<std::string> languages;
 };
 
 } // namespace velmora::server

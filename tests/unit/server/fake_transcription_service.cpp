@@ -5,9 +5,13 @@
 #include <Poco/Net/HTTPRequestHandlerFactory.h>
 #include <Poco/Net/HTTPServer.h>
 #include <Poco/Net/HTTPServerRequest.h>
+#include <Poco/Net/HTTPServerRequestImpl.h>
 #include <Poco/Net/HTTPServerResponse.h>
 #include <Poco/Net/PartHandler.h>
 #include <Poco/StreamCopier.h>
+
+#include <limits>
+#include <utility>
 
 namespace velmora::server {
 
@@ -31,6 +35,8 @@ public:
                        Poco::Net::HTTPServerResponse& response) override {
         FileKeeper keeper;
         const Poco::Net::HTMLForm form(request, request.stream(), keeper);
+        // The form stops reading at its end, which is not that of the body.
+        request.stream().ignore(std::numeric_limits<std::streamsize>::max());
         std::unique_lock lock(m_service.m_mutex);
         m_service.m_last = {request.getURI(), request.get("Authorization", {}), {}, keeper.file};
         for (const auto& [name, value] : form) {
@@ -39,6 +45,10 @@ public:
         ++m_service.m_received;
         m_service.m_changed.notify_all();
         m_service.m_changed.wait(lock, [this] { return !m_service.m_hold; });
+        if (std::exchange(m_service.m_hangUp, false)) {
+            dynamic_cast<Poco::Net::HTTPServerRequestImpl&>(request).socket().shutdown();
+            return;
+        }
         response.setStatus(static_cast<Poco::Net::HTTPResponse::HTTPStatus>(m_service.status));
         response.setContentType("application/json");
         response.sendBuffer(m_service.reply.data(), m_service.reply.size());
@@ -63,11 +73,30 @@ private:
 };
 
 FakeTranscriptionService::FakeTranscriptionService() {
-    const Poco::Net::ServerSocket socket(Poco::Net::SocketAddress("127.0.0.1", 0));
+    listen(0);
+}
+
+void FakeTranscriptionService::listen(unsigned short port) {
+    const Poco::Net::ServerSocket socket(Poco::Net::SocketAddress("127.0.0.1", port));
     m_port = socket.address().port();
-    m_server =
-        std::make_unique<Poco::Net::HTTPServer>(new Factory(*this), socket, new Poco::Net::HTTPServerParams);
+    Poco::Net::HTTPServerParams::Ptr parameters(new Poco::Net::HTTPServerParams);
+    parameters->setMaxKeepAliveRequests(100);
+    m_server = std::make_unique<Poco::Net::HTTPServer>(new Factory(*this), socket, parameters);
     m_server->start();
+}
+
+void FakeTranscriptionService::restart() {
+    stop();
+    listen(m_port);
+}
+
+int FakeTranscriptionService::connections() const {
+    return m_server->totalConnections();
+}
+
+void FakeTranscriptionService::hangUpNext() {
+    const std::scoped_lock lock(m_mutex);
+    m_hangUp = true;
 }
 
 FakeTranscriptionService::~FakeTranscriptionService() {

@@ -23,7 +23,7 @@ protected:
                           const std::stop_token& stop = {}, const std::string& vocabulary = {}) {
         OpenAiRecogniser recogniser(settings);
         const auto wanted = recogniser.resolve(Language::fromPreference(language).value());
-        return recogniser.begin({wanted.value(), vocabulary}, stop)->recognise(samples, stop);
+        return recogniser.begin({wanted.value(), vocabulary})->recognise(samples, stop);
     }
 
     void expectFailure(const std::string& code) {
@@ -108,6 +108,42 @@ TEST_F(OpenAiRecogniserTest, Stop_EndsAWaitingRequest) {
         stop.request_stop();
     });
     EXPECT_EQ(recognise(at(service.url()), "auto", stop.get_token()), "");
+}
+
+TEST_F(OpenAiRecogniserTest, Connection_IsUsedAgain_AfterRefusalsToo) {
+    OpenAiRecogniser recogniser(at(service.url()));
+    const auto recognition = recogniser.begin({Language(), {}});
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(recognition->recognise(samples, {}), "words");
+    }
+    service.status = 429;
+    EXPECT_THROW(static_cast<void>(recognition->recognise(samples, {})), RecogniserError);
+    service.status = 200;
+    EXPECT_EQ(recogniser.begin({Language(), {}})->recognise(samples, {}), "words");
+    EXPECT_EQ(service.connections(), 1);
+}
+
+TEST_F(OpenAiRecogniserTest, ConnectionThatTheServiceClosed_IsReplacedInSilence) {
+    OpenAiRecogniser recogniser(at(service.url()));
+    const auto recognition = recogniser.begin({Language(), {}});
+    EXPECT_EQ(recognition->recognise(samples, {}), "words");
+    service.restart();
+    EXPECT_EQ(recognition->recognise(samples, {}), "words");
+    service.hangUpNext();
+    EXPECT_EQ(recognition->recognise(samples, {}), "words") << "it was closed while it was being used again";
+}
+
+TEST_F(OpenAiRecogniserTest, NewConnectionThatBreaks_IsUnavailable_AndNotTriedForEver) {
+    service.hangUpNext();
+    expectFailure("recogniser_unavailable");
+    EXPECT_EQ(recognise(at(service.url()), "auto"), "words");
+}
+
+TEST_F(OpenAiRecogniserTest, PiecesAtOnce_AreAsManyAsConnections) {
+    auto settings = at(service.url());
+    EXPECT_EQ(OpenAiRecogniser(settings).atOnce(), 4U);
+    settings.connections = 7;
+    EXPECT_EQ(OpenAiRecogniser(settings).atOnce(), 7U);
 }
 
 TEST_F(OpenAiRecogniserTest, OddUrls_AreRefused) {

@@ -90,6 +90,32 @@ TEST_F(ServerProcessTest, HelpAndVersion_ArePrinted) {
     EXPECT_THAT(version.output(), testing::StartsWith("velmora-server "));
 }
 
+TEST_F(ServerProcessTest, ReusedAndForgedTokens_LeaveALine_ThatHoldsNoSecret) {
+    ServerProcess process(arguments());
+    const TestClient client(process.waitForAddress());
+    const auto tokens = client.signUp("ann@example.org");
+    const auto account =
+        client.sendAs(tokens, "GET", "/v1/auth/me").json()->getObject("user")->getValue<std::string>("id");
+    EXPECT_EQ(process.errors(), "") << "there is nothing to tell of what is usual";
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_EQ(client.sendAs({tokens.access + "AAAA", {}}, "GET", "/v1/auth/me").status, 401);
+    }
+    auto newest = tokens.refresh;
+    for (int i = 0; i < 2; ++i) {
+        const auto reply = client.send("POST", "/v1/auth/refresh", R"({"refreshToken":")" + newest + "\"}");
+        ASSERT_EQ(reply.status, 200);
+        newest = reply.json()->getValue<std::string>("refreshToken");
+    }
+    EXPECT_EQ(client.send("POST", "/v1/auth/refresh", R"({"refreshToken":")" + tokens.refresh + "\"}").status,
+              401);
+    process.signal(SIGTERM);
+    ASSERT_EQ(process.waitForEnd().code, 0);
+    EXPECT_EQ(process.errors(),
+              "velmora-server: an access token that was not made here, from 127.0.0.1\n"
+              "velmora-server: a refresh token came a second time: ended a session of account " +
+                  account + "\n");
+}
+
 TEST_F(ServerProcessTest, Secrets_StayOutOfTheLog) {
     ServerProcess process(arguments());
     const TestClient client(process.waitForAddress());

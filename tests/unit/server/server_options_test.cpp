@@ -59,7 +59,10 @@ TEST(ServerOptions, OpenAi_TakesModelAndKeyFile) {
     EXPECT_EQ(options.openAi->url, "https://host.example/v1");
     EXPECT_EQ(options.openAi->model, "large");
     EXPECT_EQ(options.openAi->key, "secret");
-    EXPECT_EQ(parse({"--recogniser=openai=http://127.0.0.1:9"}).openAi->key, "");
+    const auto bare = parse({"--recogniser=openai=http://127.0.0.1:9"});
+    EXPECT_EQ(bare.openAi->key, "");
+    EXPECT_EQ(bare.openAi->connections, 4U);
+    EXPECT_EQ(parse({"--recogniser=openai=http://127.0.0.1:9,connections=12"}).openAi->connections, 12U);
 }
 
 TEST(ServerOptions, BadOnes_AreRefusedWithTheReason) {
@@ -71,6 +74,7 @@ TEST(ServerOptions, BadOnes_AreRefusedWithTheReason) {
     expectRefused({"--recogniser", "magic"}, "--recogniser");
     expectRefused({"--recogniser", "openai="}, "--recogniser");
     expectRefused({"--recogniser", "openai=ftp://host"}, "not an http or https URL");
+    expectRefused({"--recogniser", "openai=http://host,connections=0"}, "connections: not a positive number");
     expectRefused({"--recogniser", "openai=http://host,colour=red"}, "unknown part colour=red");
     expectRefused({"--recogniser", "openai=http://host,key-file=/nonexistent/key"}, "no key in file");
     expectRefused({"--language", "not a language"}, "--language");

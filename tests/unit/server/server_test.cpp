@@ -71,6 +71,25 @@ TEST_F(ServerTest, Page_NeedsSourceAndState) {
     }
 }
 
+TEST_F(ServerTest, State_IsOfABoundedLength_OnThePageAndInItsForm) {
+    const auto page = [&](std::size_t length) {
+        return client.send("GET", "/auth?source=app&state=" + std::string(length, 's'));
+    };
+    EXPECT_EQ(page(256).status, 200);
+    EXPECT_EQ(page(257).status, 400);
+    const auto submit = [&](std::size_t length) {
+        return client.send("POST", "/auth",
+                           "state=" + std::string(length, 's') +
+                               "&form_token=x&action=create&email=ann@example.org&password=long+enough");
+    };
+    EXPECT_THAT(submit(256).body, HasSubstr("Страница устарела"));
+    for (const std::size_t length : {0, 257, 10'000}) {
+        const auto reply = submit(length);
+        EXPECT_EQ(reply.status, 400);
+        EXPECT_THAT(reply.body, AllOf(HasSubstr("Начните из приложения"), Not(HasSubstr("form_token"))));
+    }
+}
+
 TEST_F(ServerTest, FormOfAnotherSite_IsRefused) {
     const std::string form = "state=s&form_token=x&action=local";
     const auto send = [&](const TestClient::Headers& headers) {
@@ -116,22 +135,30 @@ TEST_F(ServerTest, WithoutToken_OrWithABadOne_Is401) {
     }
 }
 
-TEST_F(ServerTest, Refresh_RotatesAndAReuseRevokesTheFamily) {
+TEST_F(ServerTest, Refresh_Rotates_MayBeRepeated_AndAReuseRevokesTheFamily) {
     const auto first = client.signUp("ann@example.org");
     const auto refresh = [&](const std::string& token) {
         return client.send("POST", "/v1/auth/refresh", R"({"refreshToken":")" + token + "\"}");
     };
+    const auto tokensIn = [](const Reply& reply) {
+        return Tokens{reply.json()->getValue<std::string>("accessToken"),
+                      reply.json()->getValue<std::string>("refreshToken")};
+    };
     const auto reply = refresh(first.refresh);
     ASSERT_EQ(reply.status, 200);
-    const Tokens second{reply.json()->getValue<std::string>("accessToken"),
-                        reply.json()->getValue<std::string>("refreshToken")};
+    const auto second = tokensIn(reply);
     EXPECT_EQ(client.sendAs(second, "GET", "/v1/auth/me").status, 200);
+    // As a client does that has never seen the reply.
+    const auto repeated = refresh(first.refresh);
+    EXPECT_EQ(repeated.status, 200);
+    EXPECT_EQ(repeated.body, reply.body);
 
+    const auto third = tokensIn(refresh(second.refresh));
     const auto reused = refresh(first.refresh);
     EXPECT_EQ(reused.status, 401);
     EXPECT_EQ(reused.code(), "invalid_refresh_token");
-    EXPECT_EQ(refresh(second.refresh).status, 401);
-    EXPECT_EQ(client.sendAs(second, "GET", "/v1/auth/me").status, 401);
+    EXPECT_EQ(refresh(third.refresh).status, 401);
+    EXPECT_EQ(client.sendAs(third, "GET", "/v1/auth/me").status, 401);
 }
 
 TEST_F(ServerTest, Refresh_OfNonsense_Is400) {

@@ -2,6 +2,7 @@
 #include "accounts/database.h"
 #include "accounts/session_store.h"
 #include "accounts/statement.h"
+#include "speech_files.h"
 #include "test_clock.h"
 #include "test_folder.h"
 
@@ -9,6 +10,10 @@
 
 namespace velmora::server {
 namespace {
+
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+using testing::Not;
 
 class SessionStoreTest : public testing::Test {
 protected:
@@ -37,12 +42,60 @@ TEST_F(SessionStoreTest, Rotation_StaysInTheFamily_AndChangesTheToken) {
     EXPECT_TRUE(sessions.rotate(second->refreshToken));
 }
 
-TEST_F(SessionStoreTest, ReusedToken_RevokesTheWholeFamily) {
+TEST_F(SessionStoreTest, RepeatedWithinTheGrace_GetsTheSameAgain) {
     const auto first = sessions.open(account);
     const auto second = sessions.rotate(first.refreshToken);
+    ASSERT_TRUE(second);
+    for (int i = 0; i < 3; ++i) {
+        time.now += 29s / 3;
+        EXPECT_EQ(sessions.rotate(first.refreshToken), second);
+    }
+    EXPECT_TRUE(sessions.isAlive(first.id));
+    EXPECT_TRUE(sessions.rotate(second->refreshToken));
+}
+
+TEST_F(SessionStoreTest, RepeatedWithinTheGrace_SurvivesARestart) {
+    const auto first = sessions.open(account);
+    const auto second = sessions.rotate(first.refreshToken);
+    Database reopened(folder.path() / "db");
+    EXPECT_EQ(SessionStore(reopened, time.clock()).rotate(first.refreshToken), second);
+}
+
+TEST_F(SessionStoreTest, ReusedAfterTheGrace_RevokesTheWholeFamily) {
+    const auto first = sessions.open(account);
+    const auto second = sessions.rotate(first.refreshToken);
+    time.now += 30s;
     EXPECT_FALSE(sessions.rotate(first.refreshToken));
     EXPECT_FALSE(sessions.isAlive(first.id));
     EXPECT_FALSE(sessions.rotate(second->refreshToken));
+}
+
+TEST_F(SessionStoreTest, RepeatsWithinTheGrace_DoNotProlongIt) {
+    const auto first = sessions.open(account);
+    static_cast<void>(sessions.rotate(first.refreshToken));
+    time.now += 20s;
+    EXPECT_TRUE(sessions.rotate(first.refreshToken));
+    time.now += 20s;
+    EXPECT_FALSE(sessions.rotate(first.refreshToken));
+    EXPECT_FALSE(sessions.isAlive(first.id));
+}
+
+TEST_F(SessionStoreTest, ReusedOnceItsSuccessorWasUsed_RevokesTheFamilyAtOnce) {
+    const auto first = sessions.open(account);
+    const auto second = sessions.rotate(first.refreshToken);
+    const auto third = sessions.rotate(second->refreshToken);
+    ASSERT_TRUE(third);
+    EXPECT_EQ(sessions.rotate(second->refreshToken), third) << "the last one is in its grace";
+    EXPECT_FALSE(sessions.rotate(first.refreshToken));
+    EXPECT_FALSE(sessions.isAlive(first.id));
+    EXPECT_FALSE(sessions.rotate(third->refreshToken));
+}
+
+TEST_F(SessionStoreTest, EndedWithinTheGrace_StaysEnded) {
+    const auto first = sessions.open(account);
+    static_cast<void>(sessions.rotate(first.refreshToken));
+    sessions.revoke(first.id);
+    EXPECT_FALSE(sessions.rotate(first.refreshToken));
 }
 
 TEST_F(SessionStoreTest, OtherFamilies_SurviveARevocation) {
@@ -68,15 +121,71 @@ TEST_F(SessionStoreTest, AfterSixtyDays_IsExpired_AndSweptAway) {
     EXPECT_FALSE(sessions.isAlive(session.id));
 }
 
+/// All that a thief of the file gets, the journal included.
+std::string contentOf(const std::filesystem::path& folder) {
+    std::string content;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        content += readFile(entry.path());
+    }
+    return content;
+}
+
 TEST_F(SessionStoreTest, Database_HoldsNoTokenInClear) {
-    const auto session = sessions.open(account);
-    const auto stored = database.transaction([&] {
-        auto row = database.prepare("SELECT hash FROM refresh_tokens");
-        row.step();
-        return row.text(0);
-    });
-    EXPECT_FALSE(stored.empty());
-    EXPECT_EQ(stored.find(session.refreshToken), std::string::npos);
+    const auto first = sessions.open(account);
+    const auto second = sessions.rotate(first.refreshToken);
+    const auto third = sessions.rotate(second->refreshToken);
+    const auto content = contentOf(folder.path());
+    EXPECT_THAT(content, HasSubstr(first.id));
+    for (const auto& token : {first.refreshToken, second->refreshToken, third->refreshToken}) {
+        EXPECT_THAT(content, Not(HasSubstr(token)));
+    }
+}
+
+TEST_F(SessionStoreTest, Seeds_AreErasedWithTheGrace_WhoeverComesNext) {
+    const auto seeds = [&] {
+        return database.transaction([&] {
+            auto row = database.prepare("SELECT COUNT(*) FROM refresh_tokens WHERE seed IS NOT NULL");
+            row.step();
+            return row.integer(0);
+        });
+    };
+    const auto first = sessions.open(account);
+    const auto second = sessions.rotate(first.refreshToken);
+    EXPECT_EQ(seeds(), 1);
+    static_cast<void>(sessions.rotate(second->refreshToken));
+    EXPECT_EQ(seeds(), 1);
+    time.now += 30s;
+    static_cast<void>(sessions.open(account));
+    EXPECT_EQ(seeds(), 0);
+}
+
+TEST_F(SessionStoreTest, ExpiredTokensOfALivingSession_AreSweptAway) {
+    const auto rows = [&] {
+        return database.transaction([&] {
+            auto row = database.prepare("SELECT COUNT(*) FROM refresh_tokens");
+            row.step();
+            return row.integer(0);
+        });
+    };
+    auto session = sessions.open(account);
+    for (int i = 0; i < 10; ++i) {
+        time.now += std::chrono::days(20);
+        session = sessions.rotate(session.refreshToken).value();
+    }
+    EXPECT_EQ(rows(), 3) << "of the last sixty days";
+    EXPECT_TRUE(sessions.isAlive(session.id));
+}
+
+TEST_F(SessionStoreTest, Sweeping_WalksOverNoTable) {
+    for (const std::string sql :
+         {SessionStore::sweepSessions, SessionStore::sweepTokens, SessionStore::sweepSeeds}) {
+        database.transaction([&] {
+            auto plan = database.prepare(("EXPLAIN QUERY PLAN " + sql).c_str());
+            while (plan.step()) {
+                EXPECT_THAT(plan.text(3), Not(HasSubstr("SCAN"))) << sql;
+            }
+        });
+    }
 }
 
 TEST_F(SessionStoreTest, RevokeAll_EndsThoseOfTheAccountAlone) {

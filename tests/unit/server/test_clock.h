@@ -11,6 +11,9 @@ struct TestClock {
     [[nodiscard]] Clock clock() {
         return [this] { return now; };
     }
+    [[nodiscard]] SteadyClock steady() {
+        return [this] { return std::chrono::steady_clock::time_point(now.time_since_epoch()); };
+    }
 };
 
 } // namespace velmora::server
