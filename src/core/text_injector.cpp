@@ -13,10 +13,11 @@ TextInjector::TextInjector(MainLoop& loop, Pasteboard& pasteboard, KeyPoster& ke
     , m_keys(keys) {}
 
 void TextInjector::paste(const QString& text) {
-    std::optional<QString> kept = m_pasteboard.string();
+    m_keys.beginText();
+    const Pasteboard::Saved saved = m_pasteboard.save();
     copyToClipboard(text);
     m_keys.postPasteChord();
-    restoreLater(std::move(kept));
+    restoreLater(saved);
 }
 
 void TextInjector::copyToClipboard(const QString& text) {
@@ -25,14 +26,13 @@ void TextInjector::copyToClipboard(const QString& text) {
 }
 
 void TextInjector::startIncrementalSession() {
-    if (m_sessionActive)
-        return;
-    m_sessionSavedClipboard = m_pasteboard.string();
-    m_sessionActive = true;
+    m_keys.beginText();
+    if (!m_sessionSavedClipboard)
+        m_sessionSavedClipboard = m_pasteboard.save();
 }
 
 void TextInjector::pasteIncremental(const QString& text) {
-    if (!m_sessionActive) {
+    if (!m_sessionSavedClipboard) {
         paste(text);
         return;
     }
@@ -41,18 +41,12 @@ void TextInjector::pasteIncremental(const QString& text) {
 }
 
 void TextInjector::finishIncrementalSession() {
-    if (!m_sessionActive)
-        return;
-    m_sessionActive = false;
-    restoreLater(std::exchange(m_sessionSavedClipboard, std::nullopt));
+    if (m_sessionSavedClipboard)
+        restoreLater(*std::exchange(m_sessionSavedClipboard, std::nullopt));
 }
 
-void TextInjector::restoreLater(std::optional<QString> kept) {
-    m_loop.delay(restoreDelay, [&pasteboard = m_pasteboard, kept = std::move(kept)] {
-        pasteboard.clearContents();
-        if (kept)
-            pasteboard.setString(*kept);
-    });
+void TextInjector::restoreLater(Pasteboard::Saved saved) {
+    m_loop.delay(restoreDelay, [&pasteboard = m_pasteboard, saved] { pasteboard.putBack(saved); });
 }
 
 } // namespace velmora

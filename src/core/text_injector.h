@@ -4,10 +4,12 @@
 #include "platform/key_poster.h"
 #include "platform/pasteboard.h"
 
+#include <optional>
+
 namespace velmora {
 
 /// Puts text into whatever application has the keyboard focus: the text goes on the pasteboard, the paste
-/// chord is posted, and the user's own text is put back afterwards. Only plain text is kept and put back.
+/// chord is posted, and what the user had there is put back afterwards.
 /// Nothing guards pieces or restores against each other here: how long a text must stay for the target to
 /// read it is the pasteboard's business.
 class TextInjector {
@@ -19,20 +21,20 @@ public:
     /// Replaces the pasteboard; nothing is typed and nothing put back.
     void copyToClipboard(const QString& text);
 
-    /// Keeps the user's text until the session is finished. An open session goes on with what it has kept.
+    /// Keeps the user's clipboard until the session is finished. An open session goes on with what it has
+    /// kept.
     void startIncrementalSession();
     /// One piece; without a session the same as paste().
     void pasteIncremental(const QString& text);
     void finishIncrementalSession();
 
 private:
-    void restoreLater(std::optional<QString> kept);
+    void restoreLater(Pasteboard::Saved saved);
 
     MainLoop& m_loop;
     Pasteboard& m_pasteboard;
     KeyPoster& m_keys;
-    bool m_sessionActive = false;
-    std::optional<QString> m_sessionSavedClipboard;
+    std::optional<Pasteboard::Saved> m_sessionSavedClipboard; // while a session is open
 };
 
 } // namespace velmora

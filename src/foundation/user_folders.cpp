@@ -15,10 +15,22 @@ QString defaultsPath() {
            QStringLiteral("/Velmora/defaults.json");
 }
 
-QString resourcePath(const QString& name) {
+namespace {
+
+QString besideOrUnder(const QString& folder, const QString& name) {
     const QString program = QCoreApplication::applicationDirPath();
     const QString beside = program + QLatin1Char('/') + name;
-    return QFileInfo::exists(beside) ? beside : program + QStringLiteral("/../share/velmora/") + name;
+    return QFileInfo::exists(beside) ? beside : program + folder + name;
+}
+
+} // namespace
+
+QString resourcePath(const QString& name) {
+    return besideOrUnder(QStringLiteral("/../share/velmora/"), name);
+}
+
+QString helperPath(const QString& name) {
+    return besideOrUnder(QStringLiteral("/../libexec/velmora/"), name);
 }
 
 } // namespace velmora

@@ -11,4 +11,8 @@ namespace velmora {
 /// A file that ships with the program: beside the program in a build folder, else under ../share/velmora.
 [[nodiscard]] QString resourcePath(const QString& name);
 
+/// A program that ships with this one and that users don't start: beside it in a build folder, else under
+/// ../libexec/velmora.
+[[nodiscard]] QString helperPath(const QString& name);
+
 } // namespace velmora

@@ -12,21 +12,35 @@ namespace velmora::test {
 /// The pasteboard, the keyboard and a document of the application in front, which pastes at once.
 class FakeDesktop final : public Pasteboard, public KeyPoster {
 public:
-    [[nodiscard]] std::optional<QString> string() override { return clipboard; }
+    [[nodiscard]] Saved save() override {
+        saved.push_back(clipboard);
+        return Saved(saved.size() - 1);
+    }
+    void putBack(Saved which) override {
+        clearContents();
+        clipboard = saved[std::size_t(which)];
+    }
     void clearContents() override {
         clipboard.reset();
         hasImage = false;
     }
     void setString(const QString& text) override { clipboard = text; }
+    void beginText() override { ++texts; }
     void postPasteChord() override {
         ++chords;
         pasted.append(clipboard.value_or(QString()));
+    }
+    void onUndelivered(std::function<void(const QString& text)> call) override {
+        undelivered = std::move(call);
     }
 
     std::optional<QString> clipboard;
     bool hasImage = false;
     QStringList pasted; ///< one entry a chord
     int chords = 0;
+    int texts = 0; ///< begun
+    std::vector<std::optional<QString>> saved;
+    std::function<void(const QString&)> undelivered;
 };
 
 class FakeSoundPlayer final : public SoundPlayer {

@@ -30,7 +30,8 @@ Application::Application(const Setup& setup)
     , m_engine(setup.makeEngine(m_pulse))
     , m_recorder(m_loop, m_defaults, *m_engine, m_codec, recordingsFolder())
     , m_player(m_pulse, resourcePath(QStringLiteral("sounds")))
-    , m_pasteQueue(X11PasteQueue::open(m_loop, {}))
+    , m_pasteQueue(
+          X11PasteQueue::open(m_loop, {.keeper = helperPath(QStringLiteral("velmora-clipboard-keeper"))}))
     , m_injector(m_loop, pasteboard(), keyPoster())
     , m_signIn(m_authStore, m_workspace, landingURL(m_info))
     , m_relauncher({

@@ -10,10 +10,12 @@
 #include "core/level_test.h"
 #include "core/relauncher.h"
 #include "core/screen_recording_permission_monitor.h"
+#include "core/undelivered_text.h"
 #include "foundation/info_dictionary.h"
 #include "foundation/qt_main_loop.h"
 #include "foundation/user_folders.h"
 #include "platform/linux/desktop_color_scheme.h"
+#include "platform/linux/desktop_notifications.h"
 #include "platform/linux/desktop_privacy_rights.h"
 #include "platform/linux/desktop_screens.h"
 #include "platform/linux/ffmpeg_audio_codec.h"
@@ -107,6 +109,8 @@ private:
     UiEngine m_uiEngine{makeQmlEngine};
     WindowsOnScreen m_windows;
     AppDelegate m_delegate;
+    DesktopNotifications m_notifications;
+    UndeliveredText m_undelivered{m_delegate.pipeline(), keyPoster(), m_injector, m_notifications};
     ActivationObserver m_activation;
 };
 

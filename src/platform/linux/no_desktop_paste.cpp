@@ -7,6 +7,7 @@ namespace velmora {
 void NoDesktopPaste::postPasteChord() {
     if (!std::exchange(m_told, true))
         log(QStringLiteral("[Velmora] paste: no X11 session, the text stays in the history"));
+    m_undelivered(m_text);
 }
 
 } // namespace velmora

@@ -7,6 +7,7 @@
 #include <poll.h>
 
 #include <cerrno>
+#include <cstring>
 
 namespace velmora {
 
@@ -165,6 +166,14 @@ XcbEvent X11Connection::waitForEvent(std::chrono::milliseconds timeout) {
             break;
     }
     return nullptr;
+}
+
+bool containsAtom(const QByteArray& atoms, xcb_atom_t wanted) {
+    for (qsizetype at = 0; at + qsizetype(sizeof wanted) <= atoms.size(); at += sizeof wanted) {
+        if (std::memcmp(atoms.constData() + at, &wanted, sizeof wanted) == 0)
+            return true;
+    }
+    return false;
 }
 
 void X11Connection::sync() {

@@ -94,6 +94,9 @@ private:
     bool m_willTell = false;
 };
 
+/// Whether the value of a property that is a list of atoms has this one.
+[[nodiscard]] bool containsAtom(const QByteArray& atoms, xcb_atom_t wanted);
+
 /// The kind of event, without the bit that marks those sent by other clients.
 [[nodiscard]] inline int typeOf(const xcb_generic_event_t& event) {
     return event.response_type & 0x7f;

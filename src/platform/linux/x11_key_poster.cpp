@@ -34,19 +34,36 @@ X11KeyPoster::X11KeyPoster(X11Connection& connection, const QStringList& moreTer
     [[maybe_unused]] const bool seesKeyboards = setUpInputExtension(connection); // without, none is held
 }
 
-std::optional<X11KeyPoster::Target> X11KeyPoster::focusedTarget() {
-    xcb_connection_t* x = m_connection.get();
-    const XcbReply<xcb_get_input_focus_reply_t> focus(
-        xcb_get_input_focus_reply(x, xcb_get_input_focus(x), nullptr));
-    if (!focus || focus->focus <= XCB_INPUT_FOCUS_POINTER_ROOT || focus->focus == m_connection.root())
+std::optional<PasteTarget> X11KeyPoster::focusedTarget() {
+    const xcb_window_t focus = focusedWindow();
+    if (focus <= XCB_INPUT_FOCUS_POINTER_ROOT || focus == m_connection.root())
         return std::nullopt;
     // A window manager keeps the focus itself while no window is to have it.
     const xcb_window_t manager = m_connection.property32(
         m_connection.root(), m_connection.atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW);
-    const uint32_t client = m_connection.clientOf(focus->focus);
+    const uint32_t client = m_connection.clientOf(focus);
     if (manager != XCB_WINDOW_NONE && m_connection.clientOf(manager) == client)
         return std::nullopt;
-    return Target{client, isTerminal(focus->focus)};
+    return PasteTarget{topLevelOf(focus), client, isTerminal(focus)};
+}
+
+xcb_window_t X11KeyPoster::focusedWindow() {
+    const XcbReply<xcb_get_input_focus_reply_t> focus(
+        xcb_get_input_focus_reply(m_connection.get(), xcb_get_input_focus(m_connection.get()), nullptr));
+    return focus ? focus->focus : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+// The one that the window manager knows, around the window; without a window manager the outermost.
+xcb_window_t X11KeyPoster::topLevelOf(xcb_window_t window) {
+    const xcb_atom_t state = m_connection.atom("WM_STATE");
+    while (m_connection.property(window, state).isEmpty()) {
+        const XcbReply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(m_connection.get(), xcb_query_tree(m_connection.get(), window), nullptr));
+        if (!tree || tree->parent == m_connection.root() || tree->parent == XCB_WINDOW_NONE)
+            break;
+        window = tree->parent;
+    }
+    return window;
 }
 
 bool X11KeyPoster::isTerminal(xcb_window_t window) {
@@ -55,19 +72,27 @@ bool X11KeyPoster::isTerminal(xcb_window_t window) {
            (m_terminals.contains(found->name.toLower()) || m_terminals.contains(found->instance.toLower()));
 }
 
-void X11KeyPoster::postPasteChord(const Target& target) {
+bool X11KeyPoster::postPasteChord(const PasteTarget& target) {
     const auto keys = findPasteKeys(m_connection, target.isTerminal);
     if (!keys)
-        return;
-    const X11InjectionGuard guard;
-    {
-        const X11HeldModifiers held(m_connection);
-        fakeKey(m_connection, XCB_KEY_PRESS, keys->modifier);
-        fakeKey(m_connection, XCB_KEY_PRESS, keys->key);
-        fakeKey(m_connection, XCB_KEY_RELEASE, keys->key);
-        fakeKey(m_connection, XCB_KEY_RELEASE, keys->modifier);
+        return false;
+    // Nobody can move the focus while the server is grabbed: the keys reach the target or nobody.
+    xcb_grab_server(m_connection.get());
+    const bool hasFocus = topLevelOf(focusedWindow()) == target.window;
+    if (hasFocus) {
+        const X11InjectionGuard guard;
+        {
+            const X11HeldModifiers held(m_connection);
+            fakeKey(m_connection, XCB_KEY_PRESS, keys->modifier);
+            fakeKey(m_connection, XCB_KEY_PRESS, keys->key);
+            fakeKey(m_connection, XCB_KEY_RELEASE, keys->key);
+            fakeKey(m_connection, XCB_KEY_RELEASE, keys->modifier);
+        }
+        m_connection.sync();
     }
-    m_connection.sync();
+    xcb_ungrab_server(m_connection.get());
+    m_connection.flush();
+    return hasFocus;
 }
 
 } // namespace velmora

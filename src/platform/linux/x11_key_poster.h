@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/x11_connection.h"
+#include "platform/paste_system.h"
 
 #include <QStringList>
 
@@ -11,20 +12,18 @@ namespace velmora {
 /// Finds the window that has the keyboard focus and posts the keys by which it pastes.
 class X11KeyPoster {
 public:
-    struct Target {
-        uint32_t client = 0;     ///< the program's connection, see X11Connection::clientOf
-        bool isTerminal = false; ///< pastes the PRIMARY selection on Shift+Insert
-    };
-
     /// `moreTerminals` are WM_CLASS names, of either part and any case, beside those that are known.
     X11KeyPoster(X11Connection& connection, const QStringList& moreTerminals);
 
-    /// None when no window has the focus.
-    [[nodiscard]] std::optional<Target> focusedTarget();
-    /// The keys are worked off by the server when it returns.
-    void postPasteChord(const Target& target);
+    /// None when no window has the focus. A terminal pastes the PRIMARY selection on Shift+Insert.
+    [[nodiscard]] std::optional<PasteTarget> focusedTarget();
+    /// Posts the keys if the target has the focus, and tells whether it has. The server has worked them off
+    /// when it returns.
+    bool postPasteChord(const PasteTarget& target);
 
 private:
+    [[nodiscard]] xcb_window_t focusedWindow();
+    [[nodiscard]] xcb_window_t topLevelOf(xcb_window_t window);
     [[nodiscard]] bool isTerminal(xcb_window_t window);
 
     X11Connection& m_connection;

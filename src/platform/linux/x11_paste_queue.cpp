@@ -1,32 +1,17 @@
 #include "platform/linux/x11_paste_queue.h"
 
 #include "foundation/qt_main_loop.h"
-#include "platform/linux/x11_paste_engine.h"
+#include "platform/linux/start_clipboard_keeper.h"
+#include "platform/linux/x11_paste_system.h"
 
-#include <QClipboard>
 #include <QEventLoop>
-#include <QGuiApplication>
-#include <QMimeData>
 #include <QThread>
 
 #include <future>
 
 namespace velmora {
-namespace {
 
-// A text field of this process can't answer the worker while the main thread waits for it: ask it directly.
-std::optional<QString> clipboardOfOwnWidgets() {
-    if (!qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
-        return std::nullopt;
-    const QClipboard* clipboard = QGuiApplication::clipboard();
-    if (!clipboard->ownsClipboard() || !clipboard->mimeData() || !clipboard->mimeData()->hasText())
-        return std::nullopt;
-    return clipboard->mimeData()->text();
-}
-
-} // namespace
-
-// The thread, and the engine that lives on it.
+// The thread, and what lives on it.
 class X11PasteQueue::Worker {
 public:
     explicit Worker(const Options& options) {
@@ -38,35 +23,39 @@ public:
     }
 
     ~Worker() {
-        m_loop->post([this] { m_events->quit(); });
+        m_loop->post([this] { m_system->whenIdle([this] { m_events->quit(); }); });
         m_thread->wait();
     }
 
     [[nodiscard]] bool isUsable() const { return m_isUsable; }
 
-    /// Runs the call on the engine's thread, after those before it.
+    /// Runs the call on the worker's thread, after those before it.
     template<typename Call>
     void post(Call call) {
-        m_loop->post([this, call = std::move(call)] { call(*m_engine); });
+        m_loop->post([this, call = std::move(call)] { call(m_system->line()); });
     }
 
 private:
     void run(const Options& options, std::promise<void>& started) {
         QtMainLoop loop;
         QEventLoop events;
-        X11PasteEngine engine(loop, options.display, options.moreTerminals);
+        X11PasteSystem system(loop, options.display, options.moreTerminals);
         m_loop = &loop;
         m_events = &events;
-        m_engine = &engine;
-        m_isUsable = engine.isUsable();
+        m_system = &system;
+        m_isUsable = system.isUsable();
+        const QString keeper = options.keeper;
         started.set_value();
         events.exec();
+        if (m_isUsable)
+            system.leave(
+                [keeper](const ClipboardContents& contents) { startClipboardKeeper(keeper, contents); });
     }
 
     std::unique_ptr<QThread> m_thread;
     QtMainLoop* m_loop = nullptr;
     QEventLoop* m_events = nullptr;
-    X11PasteEngine* m_engine = nullptr;
+    X11PasteSystem* m_system = nullptr;
     bool m_isUsable = false;
 };
 
@@ -79,20 +68,31 @@ std::unique_ptr<X11PasteQueue> X11PasteQueue::open(MainLoop& loop, const Options
 
 X11PasteQueue::X11PasteQueue(MainLoop& loop, std::unique_ptr<Worker> worker)
     : m_loop(loop)
-    , m_worker(std::move(worker)) {}
+    , m_worker(std::move(worker)) {
+    m_worker->post([this, alive = std::weak_ptr(m_alive)](PasteLine& line) {
+        line.onUndelivered([this, alive](const QString& text) {
+            m_loop.post([this, alive, text] {
+                if (!alive.expired())
+                    m_undelivered(text);
+            });
+        });
+    });
+}
 
 X11PasteQueue::~X11PasteQueue() {
     sendWrite();
 }
 
-std::optional<QString> X11PasteQueue::string() {
-    if (m_unsent)
-        return m_unsent->text;
-    std::promise<std::optional<QString>> answer;
-    m_worker->post([&answer, widgets = clipboardOfOwnWidgets()](X11PasteEngine& engine) {
-        answer.set_value(engine.string(widgets));
-    });
-    return answer.get_future().get();
+Pasteboard::Saved X11PasteQueue::save() {
+    sendWrite();
+    const auto saved = Saved(++m_lastSaved);
+    m_worker->post([saved](PasteLine& line) { line.save(saved); });
+    return saved;
+}
+
+void X11PasteQueue::putBack(Saved saved) {
+    sendWrite();
+    m_worker->post([saved](PasteLine& line) { line.putBack(saved); });
 }
 
 void X11PasteQueue::clearContents() {
@@ -103,13 +103,22 @@ void X11PasteQueue::setString(const QString& text) {
     write(text);
 }
 
+void X11PasteQueue::beginText() {
+    m_worker->post([](PasteLine& line) { line.beginText(); });
+}
+
 void X11PasteQueue::postPasteChord() {
-    std::optional<QString> piece;
-    if (m_unsent && m_unsent->text)
-        piece = std::exchange(m_unsent, std::nullopt)->text;
-    else
+    if (!m_unsent || !m_unsent->text) {
         sendWrite();
-    m_worker->post([piece](X11PasteEngine& engine) { engine.paste(piece); });
+        m_worker->post([](PasteLine& line) { line.pasteClipboard(); });
+        return;
+    }
+    m_worker->post(
+        [piece = *std::exchange(m_unsent, std::nullopt)->text](PasteLine& line) { line.paste(piece); });
+}
+
+void X11PasteQueue::onUndelivered(std::function<void(const QString& text)> call) {
+    m_undelivered = std::move(call);
 }
 
 // Clearing and setting come as two calls, and the chord as a third: only the turn's end tells what was meant.
@@ -126,7 +135,7 @@ void X11PasteQueue::sendWrite() {
     if (!m_unsent)
         return;
     m_worker->post(
-        [text = std::exchange(m_unsent, std::nullopt)->text](X11PasteEngine& engine) { engine.write(text); });
+        [text = std::exchange(m_unsent, std::nullopt)->text](PasteLine& line) { line.write(text); });
 }
 
 } // namespace velmora

@@ -1,7 +1,7 @@
 #include "platform/linux/x11_rights.h"
 
 #include "platform/linux/x11_keyboards.h"
-#include "platform/linux/x11_paste_engine.h"
+#include "platform/linux/x11_paste_system.h"
 
 namespace velmora {
 
@@ -13,7 +13,7 @@ bool canWatchKeys(const QByteArray& display) {
 }
 
 bool canPostPastes(const QByteArray& display) {
-    return X11PasteEngine::canWorkWith(X11Connection(display));
+    return X11PasteSystem::canWorkWith(X11Connection(display));
 }
 
 } // namespace velmora

@@ -2,11 +2,14 @@
 
 #include <QString>
 
+#include <algorithm>
+
 namespace velmora {
 namespace {
 
 constexpr std::size_t keptOffers = 32;
 constexpr const char* passwordHint = "x-kde-passwordManagerHint";
+constexpr const char* textTargets[] = {"UTF8_STRING", ClipboardContents::plainText, "TEXT", "STRING"};
 
 // Server times wrap around after 49 days.
 bool isEarlier(xcb_timestamp_t a, xcb_timestamp_t b) {
@@ -27,28 +30,23 @@ X11SelectionOwner::~X11SelectionOwner() {
         xcb_destroy_window(m_connection.get(), m_window);
 }
 
-quint64 X11SelectionOwner::offer(const QByteArray& text, bool secret, uint32_t client) {
+quint64 X11SelectionOwner::offer(const ClipboardContents& contents, uint32_t client) {
     const xcb_timestamp_t now = m_connection.serverTime(m_window);
     xcb_set_selection_owner(m_connection.get(), m_window, m_selection, now);
-    if (m_connection.ownerOf(m_selection) != m_window) {
+    if (!isOwnerNow()) {
         m_offers.clear();
         return 0;
     }
     if (m_offers.size() == keptOffers)
         m_offers.erase(m_offers.begin());
-    m_offers.push_back({text, secret, client, now, ++m_lastSerial});
-    return m_lastSerial;
+    m_offers.push_back({contents, client, now, ++m_lastNumber});
+    return m_lastNumber;
 }
 
 void X11SelectionOwner::clear() {
     m_offers.clear();
     xcb_set_selection_owner(m_connection.get(), XCB_WINDOW_NONE, m_selection,
                             m_connection.serverTime(m_window));
-}
-
-xcb_window_t X11SelectionOwner::foreignOwner() const {
-    const xcb_window_t owner = m_connection.ownerOf(m_selection);
-    return owner == m_window ? xcb_window_t{XCB_WINDOW_NONE} : owner;
 }
 
 void X11SelectionOwner::handle(const xcb_generic_event_t& event) {
@@ -59,8 +57,7 @@ void X11SelectionOwner::handle(const xcb_generic_event_t& event) {
     } else if (typeOf(event) == XCB_SELECTION_CLEAR) {
         const auto& lost = reinterpret_cast<const xcb_selection_clear_event_t&>(event);
         // One that was under way when we took the selection again is old news: ask who has it now.
-        if (lost.owner == m_window && lost.selection == m_selection &&
-            m_connection.ownerOf(m_selection) != m_window)
+        if (lost.owner == m_window && lost.selection == m_selection && !isOwnerNow())
             m_offers.clear();
     }
 }
@@ -74,13 +71,8 @@ void X11SelectionOwner::answer(const xcb_selection_request_event_t& request) {
     notify.target = request.target;
     // Clients from before the present rules leave the property to the owner.
     const xcb_atom_t property = request.property == XCB_ATOM_NONE ? request.target : request.property;
-    if (owns()) {
-        const Offer& offer = offerFor(request);
-        if (m_asked)
-            m_asked(m_connection.clientOf(request.requestor), offer.serial);
-        if (convert(offer, request.requestor, request.target, property))
-            notify.property = property;
-    }
+    if (owns() && convert(offerFor(request), request.requestor, request.target, property))
+        notify.property = property;
     xcb_send_event(m_connection.get(), false, request.requestor, XCB_EVENT_MASK_NO_EVENT,
                    reinterpret_cast<const char*>(&notify));
 }
@@ -88,31 +80,39 @@ void X11SelectionOwner::answer(const xcb_selection_request_event_t& request) {
 bool X11SelectionOwner::convert(const Offer& offer, xcb_window_t reader, xcb_atom_t target,
                                 xcb_atom_t property) {
     const auto named = [&](const char* name) { return target == m_connection.atom(name); };
-    if (target == XCB_ATOM_STRING)
-        sendText(offer, reader, property, target, QString::fromUtf8(offer.text).toLatin1());
-    else if (named("UTF8_STRING") || named("text/plain;charset=utf-8"))
-        sendText(offer, reader, property, target, offer.text);
-    else if (named("TEXT"))
-        sendText(offer, reader, property, m_connection.atom("UTF8_STRING"), offer.text);
-    else if (named("TIMESTAMP"))
-        setProperty(reader, property, XCB_ATOM_INTEGER, {offer.since});
-    else if (named("SAVE_TARGETS"))
-        setProperty(reader, property, m_connection.atom("NULL"), {});
-    else if (named("MULTIPLE"))
+    if (named("MULTIPLE"))
         return convertMultiple(offer, reader, property);
-    else if (offer.secret && named(passwordHint))
-        m_transfers.send(reader, property, target, "secret", {});
-    else if (named("TARGETS")) {
-        std::vector<uint32_t> targets;
-        for (const char* name : {"TARGETS", "TIMESTAMP", "MULTIPLE", "SAVE_TARGETS", "UTF8_STRING",
-                                 "text/plain;charset=utf-8", "TEXT", "STRING"})
+
+    const Question question{m_connection.clientOf(reader), offer.number, isText(target)};
+    const auto send = [&](xcb_atom_t type, const auto& value) {
+        m_transfers.send(reader, property, type, value, [this, question] {
+            if (m_taken)
+                m_taken(question);
+        });
+        if (m_answered)
+            m_answered(question);
+        return true;
+    };
+    if (named("TARGETS")) {
+        std::vector<uint32_t> targets = formTargetsOf(offer.contents);
+        for (const char* name : {"TARGETS", "TIMESTAMP", "MULTIPLE", "SAVE_TARGETS"})
             targets.push_back(m_connection.atom(name));
-        if (offer.secret)
-            targets.push_back(m_connection.atom(passwordHint));
-        setProperty(reader, property, XCB_ATOM_ATOM, targets);
-    } else
-        return false;
-    return true;
+        return send(XCB_ATOM_ATOM, targets);
+    }
+    if (named("TIMESTAMP"))
+        return send(XCB_ATOM_INTEGER, std::vector<uint32_t>{offer.since});
+    if (named("SAVE_TARGETS"))
+        return send(m_connection.atom("NULL"), std::vector<uint32_t>{});
+    if (named(passwordHint))
+        return offer.contents.secret && send(target, QByteArray("secret"));
+    if (const QByteArray* text = offer.contents.text(); text && question.forText) {
+        if (target == XCB_ATOM_STRING)
+            return send(target, QString::fromUtf8(*text).toLatin1());
+        return send(named("TEXT") ? m_connection.atom("UTF8_STRING") : target, *text);
+    }
+    const auto form = std::ranges::find_if(
+        offer.contents.forms, [&](const auto& each) { return target == m_connection.atom(each.type); });
+    return form != offer.contents.forms.end() && send(target, form->bytes);
 }
 
 // The property holds pairs of a target and the property for it; those that can't be had are marked.
@@ -127,19 +127,34 @@ bool X11SelectionOwner::convertMultiple(const Offer& offer, xcb_window_t reader,
         if (pairs[at] == multiple || !convert(offer, reader, pairs[at], pairs[at + 1]))
             pairs[at + 1] = XCB_ATOM_NONE;
     }
-    setProperty(reader, property, m_connection.atom("ATOM_PAIR"), pairs);
+    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, reader, property,
+                        m_connection.atom("ATOM_PAIR"), 32, static_cast<uint32_t>(pairs.size()),
+                        pairs.data());
     return true;
 }
 
-void X11SelectionOwner::sendText(const Offer& offer, xcb_window_t reader, xcb_atom_t property,
-                                 xcb_atom_t type, const QByteArray& bytes) {
-    const uint32_t client = m_connection.clientOf(reader);
-    if (m_requested)
-        m_requested(client, offer.serial);
-    m_transfers.send(reader, property, type, bytes, [this, client, serial = offer.serial] {
-        if (m_taken)
-            m_taken(client, serial);
-    });
+bool X11SelectionOwner::isText(xcb_atom_t target) {
+    return std::ranges::any_of(textTargets,
+                               [&](const char* name) { return target == m_connection.atom(name); });
+}
+
+std::vector<uint32_t> X11SelectionOwner::formTargets() {
+    return formTargetsOf(current().contents);
+}
+
+std::vector<uint32_t> X11SelectionOwner::formTargetsOf(const ClipboardContents& contents) {
+    std::vector<uint32_t> targets;
+    if (contents.text()) {
+        for (const char* name : textTargets)
+            targets.push_back(m_connection.atom(name));
+    }
+    for (const ClipboardContents::Form& form : contents.forms) {
+        if (form.type != ClipboardContents::plainText)
+            targets.push_back(m_connection.atom(form.type));
+    }
+    if (contents.secret)
+        targets.push_back(m_connection.atom(passwordHint));
+    return targets;
 }
 
 const X11SelectionOwner::Offer&
@@ -152,12 +167,6 @@ X11SelectionOwner::offerFor(const xcb_selection_request_event_t& request) const 
             return offer->client == client ? *offer : current();
     }
     return current();
-}
-
-void X11SelectionOwner::setProperty(xcb_window_t reader, xcb_atom_t property, xcb_atom_t type,
-                                    const std::vector<uint32_t>& values) {
-    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, reader, property, type, 32,
-                        static_cast<uint32_t>(values.size()), values.data());
 }
 
 } // namespace velmora

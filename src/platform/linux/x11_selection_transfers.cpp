@@ -18,28 +18,40 @@ X11SelectionTransfers::X11SelectionTransfers(X11Connection& connection, MainLoop
 
 void X11SelectionTransfers::send(xcb_window_t reader, xcb_atom_t property, xcb_atom_t type,
                                  const QByteArray& bytes, Finished finished) {
-    forget(reader, property);
-    auto transfer = std::make_unique<Transfer>();
-    transfer->reader = reader;
-    transfer->property = property;
-    transfer->type = type;
-    transfer->bytes = bytes;
-    transfer->finished = std::move(finished);
-
-    // Before the property changes, or its deletion could be missed.
-    const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(m_connection.get(), reader, XCB_CW_EVENT_MASK, &mask);
+    Transfer& transfer = begin(reader, property, type, std::move(finished));
     if (bytes.size() > m_chunk) {
+        transfer.bytes = bytes;
         const auto size = static_cast<uint32_t>(bytes.size());
         xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, reader, property,
                             m_connection.atom("INCR"), 32, 1, &size);
     } else {
         xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, reader, property, type, 8,
                             static_cast<uint32_t>(bytes.size()), bytes.constData());
-        transfer->ended = true;
+        transfer.ended = true;
     }
-    watch(*transfer);
-    m_running.push_back(std::move(transfer));
+}
+
+void X11SelectionTransfers::send(xcb_window_t reader, xcb_atom_t property, xcb_atom_t type,
+                                 const std::vector<uint32_t>& values, Finished finished) {
+    begin(reader, property, type, std::move(finished)).ended = true;
+    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, reader, property, type, 32,
+                        static_cast<uint32_t>(values.size()), values.data());
+}
+
+X11SelectionTransfers::Transfer& X11SelectionTransfers::begin(xcb_window_t reader, xcb_atom_t property,
+                                                              xcb_atom_t type, Finished finished) {
+    forget(reader, property);
+    // Before the property changes, or its deletion could be missed.
+    const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_connection.get(), reader, XCB_CW_EVENT_MASK, &mask);
+    m_running.push_back(std::make_unique<Transfer>());
+    Transfer& transfer = *m_running.back();
+    transfer.reader = reader;
+    transfer.property = property;
+    transfer.type = type;
+    transfer.finished = std::move(finished);
+    watch(transfer);
+    return transfer;
 }
 
 void X11SelectionTransfers::handle(const xcb_generic_event_t& event) {

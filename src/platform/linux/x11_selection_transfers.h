@@ -21,6 +21,9 @@ public:
     /// when the reader has deleted it, the last one of an incremental transfer included; never when it fails.
     void send(xcb_window_t reader, xcb_atom_t property, xcb_atom_t type, const QByteArray& bytes,
               Finished finished);
+    /// The same for a value of 32-bit numbers, which fits into one request.
+    void send(xcb_window_t reader, xcb_atom_t property, xcb_atom_t type, const std::vector<uint32_t>& values,
+              Finished finished);
     void handle(const xcb_generic_event_t& event);
     [[nodiscard]] bool isIdle() const { return m_running.empty(); }
 
@@ -36,6 +39,7 @@ private:
         Timer expiry;
     };
 
+    Transfer& begin(xcb_window_t reader, xcb_atom_t property, xcb_atom_t type, Finished finished);
     void propertyDeleted(xcb_window_t reader, xcb_atom_t property);
     void sendNext(Transfer& transfer);
     void watch(Transfer& transfer);

@@ -1,6 +1,6 @@
 #include "fake_settings_portal.h"
 #include "platform/linux/desktop_color_scheme.h"
-#include "private_bus.h"
+#include "support/private_bus.h"
 #include "support/wait.h"
 
 #include <QDBusPendingCallWatcher>

@@ -1,6 +1,6 @@
 #include "clipboard_manager.h"
 
-#include "platform/linux/x11_selection_reader.h"
+#include "support/desktop/x11_selection_reader.h"
 
 namespace velmora::test {
 

@@ -31,20 +31,23 @@ protected:
         ASSERT_TRUE(m_target->isReady());
     }
 
-    void finish() {
-        putBack(QStringLiteral("прежнее"));
-        ASSERT_TRUE(waitForClipboard(QStringLiteral("прежнее")));
-    }
-
     PhysicalKeyboard m_keyboard;
     std::unique_ptr<TargetApplication> m_target;
 };
 
 TEST_P(PieceStreams, TwentyFivePiecesAtOnce_ArriveInOrder) {
     const QString all = pasteNumberedPieces(25);
-    finish();
+    settle();
 
     EXPECT_EQ(m_target->document(all).toStdString(), all.toStdString());
+}
+
+TEST_P(PieceStreams, HundredPiecesAtTheirPace_ArriveInOrder) {
+    const QString all = pasteNumberedPieces(100, 20ms);
+    settle();
+
+    EXPECT_EQ(m_target->document(all).toStdString(), all.toStdString());
+    EXPECT_TRUE(m_undelivered.isEmpty());
 }
 
 TEST_P(PieceStreams, TargetFreezesAgainAndAgain_NothingIsLostOrDoubled) {
@@ -52,8 +55,8 @@ TEST_P(PieceStreams, TargetFreezesAgainAndAgain_NothingIsLostOrDoubled) {
         m_target->freeze();
         m_loop.delay(400ms, [this] { m_target->thaw(); });
     });
-    const QString all = pasteNumberedPieces(25);
-    finish();
+    const QString all = pasteNumberedPieces(100, 30ms);
+    settle();
 
     EXPECT_EQ(m_target->document(all).toStdString(), all.toStdString());
 }
@@ -61,7 +64,7 @@ TEST_P(PieceStreams, TargetFreezesAgainAndAgain_NothingIsLostOrDoubled) {
 TEST_P(PieceStreams, RussianLayoutIsActive_PiecesArrive) {
     m_keyboard.setLayouts("us,ru", 1);
     const QString all = pasteNumberedPieces(5);
-    finish();
+    settle();
     m_keyboard.setLayouts("us");
 
     EXPECT_EQ(m_target->document(all).toStdString(), all.toStdString());
@@ -70,7 +73,7 @@ TEST_P(PieceStreams, RussianLayoutIsActive_PiecesArrive) {
 TEST_P(PieceStreams, RussianIsTheFirstAndActiveLayout_PiecesArrive) {
     m_keyboard.setLayouts("ru,us");
     const QString all = pasteNumberedPieces(5);
-    finish();
+    settle();
     m_keyboard.setLayouts("us");
 
     EXPECT_EQ(m_target->document(all).toStdString(), all.toStdString());
@@ -79,7 +82,7 @@ TEST_P(PieceStreams, RussianIsTheFirstAndActiveLayout_PiecesArrive) {
 TEST_P(PieceStreams, RussianIsTheOnlyLayout_PiecesArrive) {
     m_keyboard.setLayouts("ru");
     const QString all = pasteNumberedPieces(5);
-    finish();
+    settle();
     m_keyboard.setLayouts("us");
 
     EXPECT_EQ(m_target->document(all).toStdString(), all.toStdString());
@@ -88,7 +91,7 @@ TEST_P(PieceStreams, RussianIsTheOnlyLayout_PiecesArrive) {
 TEST_P(PieceStreams, LetterKeysAreElsewhere_PiecesArrive) {
     m_keyboard.setLayouts("us(dvorak)");
     const QString all = pasteNumberedPieces(5);
-    finish();
+    settle();
     m_keyboard.setLayouts("us");
 
     EXPECT_EQ(m_target->document(all).toStdString(), all.toStdString());
@@ -101,7 +104,7 @@ TEST_P(PieceStreams, ModifiersAreHeld_PiecesArriveAndTheKeysStayDown) {
         m_keyboard.press(held);
         const uint16_t modifiers = m_keyboard.modifiers();
         all += pasteNumberedPieces(2);
-        finish();
+        settle();
 
         EXPECT_TRUE(m_keyboard.isDown(held));
         EXPECT_EQ(m_keyboard.modifiers(), modifiers);
@@ -115,7 +118,7 @@ TEST_P(PieceStreams, ModifiersAreHeld_PiecesArriveAndTheKeysStayDown) {
 TEST_P(PieceStreams, CapsLockIsOn_PiecesArriveAndItStaysOn) {
     m_keyboard.tap(key::capsLock);
     const QString all = pasteNumberedPieces(2);
-    finish();
+    settle();
 
     EXPECT_EQ(m_keyboard.modifiers(), XCB_MOD_MASK_LOCK);
     m_keyboard.tap(key::capsLock);

@@ -44,9 +44,11 @@ protected:
 };
 
 TEST_F(SelectionTransfers, ReaderTakesTheText_OwnerLearnsIt) {
-    const quint64 serial = m_owner.offer("text", false);
+    const quint64 number = m_owner.offer(ClipboardContents::ofText("text"));
     std::vector<std::pair<uint32_t, quint64>> taken;
-    m_owner.onTaken([&](uint32_t client, quint64 offer) { taken.emplace_back(client, offer); });
+    m_owner.onTaken([&](const X11SelectionOwner::Question& question) {
+        taken.emplace_back(question.client, question.offer);
+    });
     X11Connection reader;
     const xcb_window_t window = reader.createWindow(XCB_EVENT_MASK_NO_EVENT);
     ask(reader, window, "UTF8_STRING", "ANSWER");
@@ -58,11 +60,11 @@ TEST_F(SelectionTransfers, ReaderTakesTheText_OwnerLearnsIt) {
     reader.flush();
 
     EXPECT_TRUE(pumpUntil([&] { return m_transfers.isIdle(); }));
-    EXPECT_EQ(taken, (std::vector<std::pair<uint32_t, quint64>>{{m_x.clientOf(window), serial}}));
+    EXPECT_EQ(taken, (std::vector<std::pair<uint32_t, quint64>>{{m_x.clientOf(window), number}}));
 }
 
 TEST_F(SelectionTransfers, ReaderDiesInTheMiddle_IsForgotten) {
-    m_owner.offer(QByteArray(5'000'000, 'x'), false);
+    m_owner.offer(ClipboardContents::ofText(QByteArray(5'000'000, 'x')));
     {
         X11Connection reader;
         const xcb_window_t window = reader.createWindow(XCB_EVENT_MASK_NO_EVENT);
@@ -77,7 +79,7 @@ TEST_F(SelectionTransfers, ReaderDiesInTheMiddle_IsForgotten) {
 }
 
 TEST_F(SelectionTransfers, ReaderAsksForSeveralTargetsAtOnce_GetsThoseThereAre) {
-    m_owner.offer("text", false);
+    m_owner.offer(ClipboardContents::ofText("text"));
     X11Connection reader;
     const xcb_window_t window = reader.createWindow(XCB_EVENT_MASK_NO_EVENT);
     const uint32_t pairs[] = {reader.atom("UTF8_STRING"), reader.atom("FIRST"), reader.atom("image/png"),
@@ -99,10 +101,10 @@ TEST_F(SelectionTransfers, ReaderAsksForSeveralTargetsAtOnce_GetsThoseThereAre) 
 TEST_F(SelectionTransfers, TargetAsksLateWithTheTimeOfItsKey_GetsTheTextOfThatTime) {
     X11Connection reader;
     const xcb_window_t window = reader.createWindow(XCB_EVENT_MASK_PROPERTY_CHANGE);
-    m_owner.offer("first", true, m_x.clientOf(window));
+    m_owner.offer(ClipboardContents::ofPiece("first"), m_x.clientOf(window));
     const xcb_timestamp_t key = reader.serverTime(window);
     ASSERT_TRUE(waitUntil([&] { return reader.serverTime(window) > key; })); // the server counts milliseconds
-    m_owner.offer("second", true, m_x.clientOf(window));
+    m_owner.offer(ClipboardContents::ofPiece("second"), m_x.clientOf(window));
     const auto read = [&](X11Connection& x, xcb_window_t requestor, xcb_timestamp_t time) {
         xcb_convert_selection(x.get(), requestor, x.atom("VELMORA_TEST"), x.atom("UTF8_STRING"),
                               x.atom("ANSWER"), time);

@@ -21,10 +21,11 @@ int main(int argc, char** argv) {
 
     velmora::QtMainLoop loop;
     const auto queue = arguments.size() > 2 ? velmora::X11PasteQueue::open(loop, {}) : nullptr;
+    QStringList pieces = arguments.mid(2);
     QObject::connect(qGuiApp, &QGuiApplication::focusObjectChanged, &editor, [&](const QObject* object) {
         if (!queue || object != &editor)
             return;
-        for (const QString& piece : arguments.mid(2)) {
+        for (const QString& piece : std::exchange(pieces, {})) {
             queue->clearContents();
             queue->setString(piece);
             queue->postPasteChord();

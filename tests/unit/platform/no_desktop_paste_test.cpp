@@ -6,13 +6,15 @@
 namespace velmora::test {
 namespace {
 
-TEST(NoDesktopPaste, Text_IsKeptInMemory) {
+TEST(NoDesktopPaste, Chord_TextIsUndelivered) {
     NoDesktopPaste paste;
-    EXPECT_FALSE(paste.string());
-    paste.setString(QStringLiteral("текст"));
-    EXPECT_EQ(paste.string(), QStringLiteral("текст"));
+    QStringList undelivered;
+    paste.onUndelivered([&](const QString& text) { undelivered << text; });
     paste.clearContents();
-    EXPECT_FALSE(paste.string());
+    paste.setString(QStringLiteral("текст"));
+    EXPECT_EQ(undelivered, QStringList());
+    paste.postPasteChord();
+    EXPECT_EQ(undelivered, QStringList{QStringLiteral("текст")});
 }
 
 TEST(NoDesktopPaste, Chords_AreToldInTheLogOnce) {

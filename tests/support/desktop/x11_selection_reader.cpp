@@ -1,4 +1,4 @@
-#include "platform/linux/x11_selection_reader.h"
+#include "support/desktop/x11_selection_reader.h"
 
 namespace velmora {
 namespace {
