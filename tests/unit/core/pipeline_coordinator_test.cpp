@@ -2,6 +2,7 @@
 #include "support/dictation_on_fakes.h"
 
 #include <QFile>
+#include <QSignalSpy>
 
 #include <gmock/gmock.h>
 
@@ -121,6 +122,7 @@ TEST_F(PipelineCoordinatorTest, Dictation_CleaningStageBeforeText_ShowsCleaningO
 }
 
 TEST_F(PipelineCoordinatorTest, Dictation_Finished_KeepsTheHistoryPlaysPopAndDeletesTheFile) {
+    const QSignalSpy results(&pipeline, &PipelineCoordinator::lastResultChanged);
     dictate();
     EXPECT_TRUE(fileExists());
     serverDone(QStringLiteral("Текст."));
@@ -133,6 +135,7 @@ TEST_F(PipelineCoordinatorTest, Dictation_Finished_KeepsTheHistoryPlaysPopAndDel
     EXPECT_EQ(item.appName, QStringLiteral("Mousepad"));
     EXPECT_EQ(item.appBundleId, QStringLiteral("org.xfce.mousepad"));
     EXPECT_EQ(pipeline.lastResult(), item);
+    EXPECT_EQ(results.size(), 1);
     EXPECT_EQ(player.played.back().first, QStringLiteral("Pop"));
     EXPECT_FALSE(fileExists());
     EXPECT_TRUE(isIdle());
