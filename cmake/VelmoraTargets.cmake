@@ -51,7 +51,7 @@ function(velmora_test name)
         target_precompile_headers(${name} REUSE_FROM velmora_test_pch)
     endif()
     if(NOT ARG_TIMEOUT)
-        set(ARG_TIMEOUT 120)
+        set(ARG_TIMEOUT 300)
     endif()
     if(ARG_DESKTOP)
         add_test(NAME ${name}

@@ -2,14 +2,17 @@
 #include "support/dictation_on_fakes.h"
 
 #include <QFile>
+#include <QSignalSpy>
 
 #include <gmock/gmock.h>
 
 using namespace std::chrono_literals;
 using namespace velmora;
 using namespace velmora::test;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 using testing::Pair;
 using testing::SizeIs;
 namespace state = velmora::pipeline_state;
@@ -49,6 +52,13 @@ protected:
         server.done(text);
         server.finish();
         loop.runPosted();
+    }
+
+    /// Another one, for tests in which it goes before the rest.
+    [[nodiscard]] std::unique_ptr<PipelineCoordinator> makeCoordinator(AudioRecorder& itsRecorder,
+                                                                       DictateService& itsServer) {
+        return std::make_unique<PipelineCoordinator>(PipelineCoordinator::Neighbours{
+            loop, itsRecorder, settings, history, itsServer, account, injector, sounds, workspace});
     }
 
     [[nodiscard]] bool isIdle() const { return std::holds_alternative<state::Idle>(pipeline.state()); }
@@ -121,6 +131,7 @@ TEST_F(PipelineCoordinatorTest, Dictation_CleaningStageBeforeText_ShowsCleaningO
 }
 
 TEST_F(PipelineCoordinatorTest, Dictation_Finished_KeepsTheHistoryPlaysPopAndDeletesTheFile) {
+    const QSignalSpy results(&pipeline, &PipelineCoordinator::lastResultChanged);
     dictate();
     EXPECT_TRUE(fileExists());
     serverDone(QStringLiteral("Текст."));
@@ -133,6 +144,7 @@ TEST_F(PipelineCoordinatorTest, Dictation_Finished_KeepsTheHistoryPlaysPopAndDel
     EXPECT_EQ(item.appName, QStringLiteral("Mousepad"));
     EXPECT_EQ(item.appBundleId, QStringLiteral("org.xfce.mousepad"));
     EXPECT_EQ(pipeline.lastResult(), item);
+    EXPECT_EQ(results.size(), 1);
     EXPECT_EQ(player.played.back().first, QStringLiteral("Pop"));
     EXPECT_FALSE(fileExists());
     EXPECT_TRUE(isIdle());
@@ -410,6 +422,10 @@ TEST_F(PipelineCoordinatorTest, ErrorSoonAfterAnother_IsEndedByTheFirstOnesReset
     EXPECT_EQ(errorShown(), QStringLiteral("Доступ к микрофону выдан — нажмите ещё раз"));
     loop.advance(2s);
     EXPECT_TRUE(isIdle());
+    states.clear();
+    pipeline.startRecording();
+    loop.advance(5s); // the second one's reset finds no error any more
+    EXPECT_THAT(states, Not(Contains(PipelineState(state::Idle{}))));
 }
 
 TEST_F(PipelineCoordinatorTest, HistoryNamesTheApplicationInFrontAtTheEnd) {
@@ -432,18 +448,58 @@ TEST_F(PipelineCoordinatorTest, StopWhileIdle_DoesNothing) {
     EXPECT_EQ(loop.pendingTimers(), 0U);
 }
 
-TEST_F(PipelineCoordinatorTest, CoordinatorGoneWhileTheReplyStreams_TouchesNothingAndDeletesTheFile) {
+TEST_F(PipelineCoordinatorTest, CoordinatorGoneBeforeTheReplysEnd_TouchesNothingAndDeletesTheFile) {
+    const QString late = QStringLiteral("late");
+    const std::vector<std::function<void(FakeDictateService&)>> endings{
+        [&](FakeDictateService& reply) { reply.chunk(late); },
+        [&](FakeDictateService& reply) {
+            reply.done(late);
+            reply.finish();
+        },
+        [](FakeDictateService& reply) { reply.finish(); },
+        [&](FakeDictateService& reply) { reply.fail(late); },
+    };
+    for (const auto& end : endings) {
+        FakeDictateService otherServer;
+        AudioRecorder otherRecorder(loop, defaults, engine, codec, folder.path());
+        auto other = makeCoordinator(otherRecorder, otherServer);
+        other->startRecording();
+        loop.advance(1s);
+        other->stopAndProcess();
+        loop.advance(150ms);
+        EXPECT_TRUE(QFile::exists(*otherRecorder.lastFileURL()));
+        other.reset();
+        end(otherServer);
+        loop.advance(10s);
+        EXPECT_THAT(desktop.pasted, IsEmpty());
+        EXPECT_THAT(history.items(), IsEmpty());
+        EXPECT_FALSE(QFile::exists(*otherRecorder.lastFileURL()));
+    }
+}
+
+TEST_F(PipelineCoordinatorTest, CoordinatorGoneDuringATickATailOrAnError_LeavesNothingToBeCalled) {
     FakeDictateService otherServer;
     AudioRecorder otherRecorder(loop, defaults, engine, codec, folder.path());
-    auto other = std::make_unique<PipelineCoordinator>(PipelineCoordinator::Neighbours{
-        loop, otherRecorder, settings, history, otherServer, account, injector, sounds, workspace});
+    auto other = makeCoordinator(otherRecorder, otherServer);
+    other->startRecording();
+    loop.advance(50ms);
+    other.reset();
+    loop.advance(1s);
+    otherRecorder.stop();
+
+    other = makeCoordinator(otherRecorder, otherServer);
     other->startRecording();
     loop.advance(1s);
     other->stopAndProcess();
-    loop.advance(150ms);
     other.reset();
-    otherServer.chunk(QStringLiteral("late"));
+    loop.advance(1s);
+    EXPECT_TRUE(otherRecorder.isRecording());
+    EXPECT_THAT(otherServer.requests, IsEmpty());
+
+    engine.authorizationStatus = MicrophoneAuthorization::Denied;
+    other = makeCoordinator(otherRecorder, otherServer);
+    other->startRecording();
+    EXPECT_TRUE(std::holds_alternative<state::Error>(other->state()));
+    other.reset();
     loop.advance(10s);
-    EXPECT_THAT(desktop.pasted, IsEmpty());
-    EXPECT_FALSE(QFile::exists(*otherRecorder.lastFileURL()));
 }
