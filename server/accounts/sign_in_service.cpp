@@ -16,7 +16,8 @@ namespace {
 constexpr int freeAttempts = 5;
 /// For all accounts together: a household, or an office behind one address.
 constexpr int freeAttemptsOfNetwork = 60;
-constexpr int mostWaiting = 16;
+/// Each holds a thread, of which there may be few for sign-ins.
+constexpr int mostWaiting = 2;
 constexpr std::size_t shortestPassword = 8;
 constexpr std::size_t longestPassword = 256;
 
