@@ -147,6 +147,7 @@ TEST_F(SignInServiceTest, GuessesAtOnce_GetNoFasterBySheerNumber) {
     create(email, password);
     SignInService impatient(accounts, hasher, time.steady(), [](auto) {});
     int refused = 0;
+    testing::internal::CaptureStderr();
     for (int i = 0; i < 40; ++i) {
         try {
             static_cast<void>(impatient.signIn(email, hopeless, elsewhere));
@@ -158,6 +159,8 @@ TEST_F(SignInServiceTest, GuessesAtOnce_GetNoFasterBySheerNumber) {
     // Nine places are free within the twenty seconds that anybody is told to wait: at 0, 0, 0, 0, 0, 1, 3,
     // 7, 15.
     EXPECT_EQ(refused, 40 - 9);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "velmora-server: sign-in refused, too many attempts from 203.0.113.9\n");
 }
 
 TEST_F(SignInServiceTest, OnePasswordForManyAccounts_IsSlowedDownByTheAddress) {
