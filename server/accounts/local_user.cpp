@@ -42,11 +42,16 @@ LocalUser LocalUser::current() {
 }
 
 bool isOwnConnection(const Poco::Net::SocketAddress& peer, const Poco::Net::SocketAddress& ownAddress) {
+    const bool isV6 = peer.host().family() == Poco::Net::AddressFamily::IPv6;
+    std::ifstream table(isV6 ? "/proc/net/tcp6" : "/proc/net/tcp");
+    return isConnectionOf(::getuid(), peer, ownAddress, table);
+}
+
+bool isConnectionOf(uid_t user, const Poco::Net::SocketAddress& peer,
+                    const Poco::Net::SocketAddress& ownAddress, std::istream& table) {
     if (!peer.host().isLoopback()) {
         return false;
     }
-    const bool isV6 = peer.host().family() == Poco::Net::AddressFamily::IPv6;
-    std::ifstream table(isV6 ? "/proc/net/tcp6" : "/proc/net/tcp");
     const auto local = kernelForm(peer);
     const auto remote = kernelForm(ownAddress);
     for (std::string line; std::getline(table, line);) {
@@ -55,7 +60,7 @@ bool isOwnConnection(const Poco::Net::SocketAddress& peer, const Poco::Net::Sock
         uid_t owner = 0;
         if (fields >> slot >> from >> to >> state >> queues >> timer >> retransmits >> owner &&
             from == local && to == remote) {
-            return owner == ::getuid();
+            return owner == user;
         }
     }
     return false;

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <optional>
+#include <sys/types.h>
+
+#include <istream>
 #include <string>
 
 namespace Poco::Net {
@@ -22,5 +24,9 @@ struct LocalUser {
 /// user of the machine can reach a loopback port, so this is what "it's me" stands on.
 [[nodiscard]] bool isOwnConnection(const Poco::Net::SocketAddress& peer,
                                    const Poco::Net::SocketAddress& ownAddress);
+
+/// The same for that user, by what the kernel's table of connections says.
+[[nodiscard]] bool isConnectionOf(uid_t user, const Poco::Net::SocketAddress& peer,
+                                  const Poco::Net::SocketAddress& ownAddress, std::istream& table);
 
 } // namespace velmora::server

@@ -2,7 +2,6 @@
 
 #include "accounts/account_store.h"
 #include "accounts/password_hasher.h"
-#include "app/rare_log.h"
 
 #include <Poco/RegularExpression.h>
 #include <Poco/String.h>
@@ -16,7 +15,8 @@ namespace {
 constexpr int freeAttempts = 5;
 /// For all accounts together: a household, or an office behind one address.
 constexpr int freeAttemptsOfNetwork = 60;
-constexpr int mostWaiting = 16;
+/// Each holds a thread, of which there may be few for sign-ins.
+constexpr int mostWaiting = 2;
 constexpr std::size_t shortestPassword = 8;
 constexpr std::size_t longestPassword = 256;
 
@@ -42,14 +42,6 @@ void checkLength(const std::string& password) {
     if (password.size() > longestPassword) {
         throw SignInFailure(400, "Пароль слишком длинный.");
     }
-}
-
-SignInFailure tooMany(std::chrono::milliseconds wait, const std::string& network) {
-    static RareLog refusals;
-    refusals.write("sign-in refused, too many attempts from " + network);
-    const auto seconds = std::chrono::ceil<std::chrono::seconds>(wait);
-    return {429, "Слишком много попыток. Попробуйте снова через " + std::to_string(seconds.count()) + " с.",
-            seconds};
 }
 
 /// Counts itself as long as it lives.
@@ -143,6 +135,13 @@ std::chrono::milliseconds SignInService::place(AttemptBrake& brake, const std::s
         throw tooMany(answer.wait, network);
     }
     return answer.wait;
+}
+
+SignInFailure SignInService::tooMany(std::chrono::milliseconds wait, const std::string& network) {
+    m_refusals.write("sign-in refused, too many attempts from " + network);
+    const auto seconds = std::chrono::ceil<std::chrono::seconds>(wait);
+    return {429, "Слишком много попыток. Попробуйте снова через " + std::to_string(seconds.count()) + " с.",
+            seconds};
 }
 
 void SignInService::wait(std::chrono::milliseconds time, const std::string& network) {

@@ -3,6 +3,7 @@
 #include "accounts/account.h"
 #include "accounts/attempt_brake.h"
 #include "accounts/local_user.h"
+#include "app/rare_log.h"
 
 #include <atomic>
 #include <functional>
@@ -61,8 +62,9 @@ public:
     [[nodiscard]] Account signInLocally(const LocalUser& user);
 
 private:
-    [[nodiscard]] static std::chrono::milliseconds place(AttemptBrake& brake, const std::string& key,
-                                                         const std::string& network);
+    [[nodiscard]] std::chrono::milliseconds place(AttemptBrake& brake, const std::string& key,
+                                                  const std::string& network);
+    [[nodiscard]] SignInFailure tooMany(std::chrono::milliseconds wait, const std::string& network);
     void wait(std::chrono::milliseconds time, const std::string& network);
 
     AccountStore& m_accounts;
@@ -72,6 +74,7 @@ private:
     AttemptBrake m_byNetwork;
     /// How many attempts are being made to wait. Each has a thread.
     std::atomic<int> m_waiting = 0;
+    RareLog m_refusals;
 };
 
 } // namespace velmora::server

@@ -67,6 +67,7 @@ public:
         const std::scoped_lock lock(handler.m_mutex);
         auto& count = handler.m_running[m_accountId];
         if (count >= handler.m_limits.perAccount) {
+            handler.m_refusals.write("dictation refused, too many at once of account " + m_accountId);
             throw HttpError(429, "too_many_dictations", "Слишком много диктовок одновременно");
         }
         ++count;
@@ -105,7 +106,7 @@ void DictateHandler::handle(Exchange& exchange) {
 }
 
 void DictateHandler::refuseIfBusy(Exchange& exchange, std::chrono::milliseconds sound,
-                                  DictationLine::Time begun) const {
+                                  DictationLine::Time begun) {
     const auto forecast = m_line.forecast(exchange.identity().account.id, sound);
     const auto late =
         std::chrono::steady_clock::now() - begun + forecast.wait + forecast.work - m_limits.patience;
@@ -113,6 +114,8 @@ void DictateHandler::refuseIfBusy(Exchange& exchange, std::chrono::milliseconds 
     if (forecast.wait > std::chrono::milliseconds::zero() && late > std::chrono::milliseconds::zero()) {
         const auto pause = std::min<std::chrono::nanoseconds>(forecast.wait, late);
         const auto seconds = std::chrono::ceil<std::chrono::seconds>(pause);
+        m_refusals.write("dictation refused, too much to do before that of account " +
+                         exchange.identity().account.id);
         setRetryAfter(exchange, seconds);
         throw HttpError(503, "busy",
                         "Сервер занят другими диктовками. Попробуйте снова через " +

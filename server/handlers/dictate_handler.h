@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/rare_log.h"
 #include "http/handler.h"
 #include "speech/dictation_line.h"
 
@@ -42,7 +43,7 @@ public:
 private:
     class Share;
 
-    void refuseIfBusy(Exchange& exchange, std::chrono::milliseconds sound, DictationLine::Time begun) const;
+    void refuseIfBusy(Exchange& exchange, std::chrono::milliseconds sound, DictationLine::Time begun);
     void receive(Exchange& exchange, TempFile& file) const;
     void answer(Exchange& exchange, TempFile& file, DictationLine::Time begun);
 
@@ -52,6 +53,7 @@ private:
     std::filesystem::path m_tempFolder;
     std::stop_token m_stop;
     DictationLine m_line;
+    RareLog m_refusals;
     std::mutex m_mutex;
     std::map<std::string, int> m_running;
 };

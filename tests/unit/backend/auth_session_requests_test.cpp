@@ -346,6 +346,18 @@ TEST_F(AuthSessionRequests, Rotation_NoTokens_FailsWithNotLoggedIn) {
     EXPECT_EQ(transport.count(), 1U);
 }
 
+TEST_F(AuthSessionRequests, Rotation_ReplyLost_IsRepeatedWithTheSameTokenAndEndsWell) {
+    const Outcome<> lost(session.rotateAccessTokenPublic());
+    transport.last().fail(QStringLiteral("connection closed"));
+    EXPECT_TRUE(lost.failureAs<TransportError>());
+    EXPECT_EQ(store.tokens(), (Tokens{QStringLiteral("access-1"), QStringLiteral("refresh-1")}));
+    const Outcome<> repeated(session.rotateAccessTokenPublic());
+    EXPECT_EQ(transport.last().request.body, R"({"refreshToken":"refresh-1"})");
+    replyWithNewTokens();
+    EXPECT_TRUE(repeated.succeeded());
+    EXPECT_EQ(store.tokens(), (Tokens{QStringLiteral("access-2"), QStringLiteral("refresh-2")}));
+}
+
 TEST_F(AuthSessionRequests, Rotation_ReplyAfterSigningOut_DoesNotSignInAgain) {
     const Outcome<> rotation(session.rotateAccessTokenPublic());
     store.clear();

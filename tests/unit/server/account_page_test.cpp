@@ -204,15 +204,25 @@ TEST_F(AccountPageTest, TokensMadeForSomethingElse_OpenNothing) {
 }
 
 TEST_F(AccountPageTest, ServerWithoutLocalUser_LetsNobodyInByClick) {
-    static_cast<void>(client.submitForm("s", "action=local"));
-    const auto page = enter("action=local");
     const TestFolder other;
     const Server second(options(other, false), std::make_unique<FakeRecogniser>());
     const TestClient stranger(second.address());
     const auto form = stranger.send("GET", "/account");
     EXPECT_THAT(form.body, Not(HasSubstr("Продолжить как")));
     EXPECT_EQ(stranger.send("POST", "/account", form.hiddenFields() + "&action=local").status, 400);
+}
+
+TEST_F(AccountPageTest, PageOfAnAccountWithoutPassword_IsWorthNothingToOthers) {
+    const auto parameters = callbackParameters(client.submitForm("s", "action=local").body);
+    const Tokens tokens{parameters.at("token"), {}};
+    const auto page = enter("action=local");
+    // The same data, so the same key and the same account; but this one takes nobody for its user.
+    const Server second(options(folder, false), std::make_unique<FakeRecogniser>());
+    const TestClient stranger(second.address());
     EXPECT_EQ(stranger.send("POST", "/account", page.hiddenFields() + "&action=end_sessions").status, 400);
+    EXPECT_EQ(meStatus(tokens), 200);
+    EXPECT_EQ(press(page, "action=end_sessions").status, 200);
+    EXPECT_EQ(meStatus(tokens), 401);
 }
 
 TEST_F(AccountPageTest, WhateverStandsInIt_IsEscaped) {

@@ -111,6 +111,14 @@ TEST_F(AttemptBrakeTest, WhoIsQuietForLong_IsForgotten) {
     EXPECT_EQ(brake.size(), 2U) << "a and b were quiet for ten minutes and more";
 }
 
+TEST_F(AttemptBrakeTest, Keys_AreTenThousandUnlessSaidOtherwise) {
+    AttemptBrake usual({}, time.steady());
+    for (int i = 0; i < 20'000; ++i) {
+        static_cast<void>(usual.take("key " + std::to_string(i)));
+    }
+    EXPECT_EQ(usual.size(), 10'000U);
+}
+
 TEST_F(AttemptBrakeTest, ManyKeys_ArePaidForByTheQuietestOnes) {
     for (int i = 0; i < 4; ++i) {
         static_cast<void>(attempt("busy"));

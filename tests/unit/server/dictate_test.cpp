@@ -288,7 +288,11 @@ TEST_F(DictateTest, TooManyOfOneAccount_Are429_OthersAreServed) {
         sockets.back().sendBytes(request.data(), static_cast<int>(request.size()));
     }
     ASSERT_TRUE(recogniser.waitUntil(recogniser.started, 2));
+    testing::internal::CaptureStderr();
     EXPECT_EQ(client->dictate(tokens, someSound()).code(), "too_many_dictations");
+    EXPECT_THAT(
+        testing::internal::GetCapturedStderr(),
+        testing::MatchesRegex("velmora-server: dictation refused, too many at once of account [-0-9a-f]+\n"));
 
     const auto others = client->dictationRequest(client->signUp("bob@example.org"), someSound());
     sockets.push_back(client->connect());
@@ -331,7 +335,10 @@ protected:
 };
 
 TEST_F(BusyDictateTest, WaitLongerThanClientsWait_IsRefusedAtOnce) {
+    testing::internal::CaptureStderr();
     const auto reply = client->dictate(tokens, someSound());
+    EXPECT_THAT(testing::internal::GetCapturedStderr(),
+                HasSubstr("dictation refused, too much to do before"));
     EXPECT_EQ(reply.status, 503);
     EXPECT_EQ(reply.code(), "busy");
     EXPECT_THAT(reply.json()->getValue<std::string>("message"),

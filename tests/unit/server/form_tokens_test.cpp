@@ -30,6 +30,18 @@ TEST_F(FormTokensTest, ProlongedByHand_IsRefused) {
     EXPECT_FALSE(tokens.verify(token, "state"));
 }
 
+TEST_F(FormTokensTest, SignatureOfAnotherLength_IsRefused) {
+    const auto token = tokens.issue("state");
+    for (auto length = token.find('.'); length < token.size(); ++length) {
+        EXPECT_FALSE(tokens.verify(token.substr(0, length), "state")) << length;
+    }
+    EXPECT_FALSE(tokens.verify(token + "A", "state"));
+}
+
+TEST_F(FormTokensTest, OtherKey_IsRefused) {
+    EXPECT_FALSE(tokens.verify(FormTokens(HmacKey{8}, time.clock()).issue("state"), "state"));
+}
+
 TEST_F(FormTokensTest, Garbage_IsRefused) {
     for (const std::string garbage :
          {"", ".", "99999999999", "99999999999.", "99999999999999999999999.x", "-1.x"}) {

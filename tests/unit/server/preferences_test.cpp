@@ -56,6 +56,15 @@ INSTANTIATE_TEST_SUITE_P(
                     BadValue{R"({"transcribeLanguage":""})", "transcribeLanguage"},
                     BadValue{R"({"transcribeLanguage":"no language"})", "transcribeLanguage"},
                     BadValue{R"({"transcribeLanguage":null})", "transcribeLanguage"},
+                    BadValue{R"({"transcribeLanguage":"e"})", "transcribeLanguage"},
+                    BadValue{R"({"transcribeLanguage":"engl"})", "transcribeLanguage"},
+                    BadValue{R"({"transcribeLanguage":"en\n"})", "transcribeLanguage"},
+                    BadValue{R"({"transcribeLanguage":"en-x"})", "transcribeLanguage"},
+                    BadValue{R"({"transcribeLanguage":"en-ninechars"})", "transcribeLanguage"},
+                    BadValue{R"({"transcribeLanguage":"en-US-posix"})", "transcribeLanguage"},
+                    BadValue{R"({"transcribeLanguage":"en<b>"})", "transcribeLanguage"},
+                    BadValue{R"({"meetingStorageMode":null})", "meetingStorageMode"},
+                    BadValue{R"({"meetingStorageMode":""})", "meetingStorageMode"},
                     BadValue{R"({"meetingStorageMode":"CLOUD"})", "meetingStorageMode"},
                     BadValue{R"({"meetingStorageMode":["BOTH"]})", "meetingStorageMode"}));
 

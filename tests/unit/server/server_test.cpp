@@ -104,6 +104,29 @@ TEST_F(ServerTest, FormOfAnotherSite_IsRefused) {
     EXPECT_THAT(own.body, HasSubstr("Страница устарела"));
 }
 
+TEST_F(ServerTest, FormWithoutItsToken_LetsNobodyIn) {
+    const auto own = client.send("GET", "/auth?source=app&state=mine").hiddenField("form_token");
+    for (const auto& token : {std::string(), std::string("1.x"), own}) {
+        for (const std::string action : {"local", "create&email=ann@example.org&password=long+enough"}) {
+            const auto reply =
+                client.send("POST", "/auth", "state=another&form_token=" + token + "&action=" + action);
+            EXPECT_EQ(reply.status, 400);
+            EXPECT_THAT(reply.body, AllOf(HasSubstr("Страница устарела"), Not(HasSubstr("velmora://"))));
+        }
+    }
+}
+
+TEST_F(ServerTest, Form_IsOfABoundedSize) {
+    const auto page = client.send("GET", "/auth?source=app&state=s");
+    const auto submit = [&](std::size_t filling) {
+        return client
+            .send("POST", "/auth", page.hiddenFields() + "&action=none&filling=" + std::string(filling, 'x'))
+            .status;
+    };
+    EXPECT_EQ(submit(15'000), 400) << "it is read, and there is no such action";
+    EXPECT_EQ(submit(17'000), 413);
+}
+
 TEST_F(ServerTest, ForeignHostName_IsRefused) {
     const auto reply = client.send("GET", "/auth?source=app&state=s", {}, {{"Host", "rebound.example"}});
     EXPECT_EQ(reply.status, 403);

@@ -103,6 +103,16 @@ TEST_F(SignInServiceTest, OddEmails_AreRefused) {
     }
 }
 
+TEST_F(SignInServiceTest, Email_IsOfABoundedLength) {
+    const auto address = [](std::size_t name, std::size_t host) {
+        return std::string(name, 'n') + '@' + std::string(host, 'h');
+    };
+    EXPECT_NO_THROW(create(address(64, 190), password));
+    expectFailure(400, "адрес почты", [&] { create(address(65, 190), password); });
+    expectFailure(400, "адрес почты", [&] { create(address(64, 191), password); });
+    expectFailure(400, "адрес почты", [&] { signIn(address(10'000, 10), hopeless); });
+}
+
 TEST_F(SignInServiceTest, LocalAddresses_CannotBeTakenByForm) {
     expectFailure(409, "уже есть", [&] { create("root@localhost", password); });
 }
@@ -137,6 +147,7 @@ TEST_F(SignInServiceTest, GuessesAtOnce_GetNoFasterBySheerNumber) {
     create(email, password);
     SignInService impatient(accounts, hasher, time.steady(), [](auto) {});
     int refused = 0;
+    testing::internal::CaptureStderr();
     for (int i = 0; i < 40; ++i) {
         try {
             static_cast<void>(impatient.signIn(email, hopeless, elsewhere));
@@ -148,6 +159,8 @@ TEST_F(SignInServiceTest, GuessesAtOnce_GetNoFasterBySheerNumber) {
     // Nine places are free within the twenty seconds that anybody is told to wait: at 0, 0, 0, 0, 0, 1, 3,
     // 7, 15.
     EXPECT_EQ(refused, 40 - 9);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "velmora-server: sign-in refused, too many attempts from 203.0.113.9\n");
 }
 
 TEST_F(SignInServiceTest, OnePasswordForManyAccounts_IsSlowedDownByTheAddress) {
@@ -195,12 +208,12 @@ TEST_F(SignInServiceTest, OnlySoManyWaitAtATime) {
         over.wait();
     });
     std::vector<std::future<int>> attempts;
-    for (int stranger = 0; stranger < 17; ++stranger) {
+    for (int stranger = 0; stranger < 3; ++stranger) {
         const auto from = "198.51.100." + std::to_string(stranger);
         for (int i = 0; i < 5; ++i) {
             expectFailure(401, "Неверная", [&] { static_cast<void>(slow.signIn(email, hopeless, from)); });
         }
-        if (stranger < 16) {
+        if (stranger < 2) {
             attempts.push_back(std::async(std::launch::async, [&slow, from] {
                 try {
                     static_cast<void>(slow.signIn(email, hopeless, from));
@@ -212,12 +225,12 @@ TEST_F(SignInServiceTest, OnlySoManyWaitAtATime) {
         }
     }
     const auto patience = std::chrono::steady_clock::now() + 30s;
-    while (waiting < 16 && std::chrono::steady_clock::now() < patience) {
+    while (waiting < 2 && std::chrono::steady_clock::now() < patience) {
         std::this_thread::yield();
     }
-    ASSERT_EQ(waiting, 16);
+    ASSERT_EQ(waiting, 2);
     expectFailure(429, "Слишком много попыток",
-                  [&] { static_cast<void>(slow.signIn(email, hopeless, "198.51.100.16")); });
+                  [&] { static_cast<void>(slow.signIn(email, hopeless, "198.51.100.2")); });
     EXPECT_NO_THROW(static_cast<void>(slow.signIn(email, password, home))) << "who need not wait gets in";
     goOn.set_value();
     for (auto& attempt : attempts) {
