@@ -23,8 +23,8 @@ using Clock = Pace::Clock;
 constexpr EventPoll::Id listenerId = 0;
 /// More than cores, for some wait for the database.
 constexpr unsigned quickThreads = 8;
-/// Passwords are hashed two at a time.
-constexpr unsigned heavyThreads = 4;
+/// Passwords are hashed two at a time; the others are for those who are made to wait for having guessed.
+constexpr unsigned heavyThreads = 20;
 /// What one connection gets before it is the others' turn.
 constexpr int readsInARow = 16;
 constexpr int acceptsInARow = 64;
