@@ -22,6 +22,14 @@ private:
     rlimit m_before{};
 };
 
+/// Of this process, which has the server in it.
+std::ptrdiff_t openSockets() {
+    return std::ranges::count_if(std::filesystem::directory_iterator("/proc/self/fd"), [](const auto& entry) {
+        std::error_code ignored;
+        return std::filesystem::read_symlink(entry.path(), ignored).string().starts_with("socket:");
+    });
+}
+
 /// Clients that are many.
 class Crowd : public AttackedServer {
 protected:
@@ -51,12 +59,18 @@ TEST_F(Crowd, SilentConnectionsOfAnAddress_GiveWayToTheNext_OldestFirst) {
 TEST_F(Crowd, UnfinishedBodiesOfAnAddress_GiveWayToTheNext) {
     options.http.waitingPerAddress = 8;
     start();
-    auto clients = silent(40);
-    for (auto& unfinished : clients) {
-        unfinished.send(headOf("POST", "/auth", 10'000) + "state=");
+    std::vector<RawClient> clients;
+    for (int i = 0; i < 9; ++i) {
+        clients.push_back(connect());
+        // That it is told to go on shows that the server waits for the body.
+        clients.back().send(headOf("POST", "/auth", 10'000, "Expect: 100-continue\r\n"));
+        EXPECT_THAT(clients.back().readUntil("\r\n\r\n"), testing::HasSubstr("100 Continue"));
+    }
+    expectRefusal(clients.front().reply(), 503, "busy");
+    for (std::size_t i = 1; i < clients.size(); ++i) {
+        EXPECT_FALSE(clients[i].hasReply());
     }
     EXPECT_EQ(statusOfMe(), 200);
-    expectRefusal(clients.front().reply(), 503, "busy");
 }
 
 TEST_F(Crowd, SilentConnectionsOfOneAddress_HarmNoOther) {
@@ -154,8 +168,10 @@ TEST_F(Crowd, SlowUploads_HoldUpNoShortRequest) {
 
 TEST_F(Crowd, NoDescriptorLeft_ASilentConnectionGivesWay) {
     start();
+    // Only the one that listens; and then both ends of this connection.
+    ASSERT_TRUE(comesTrue([] { return openSockets() == 1; }));
     auto old = connect();
-    ASSERT_EQ(statusOfMe(), 200);
+    ASSERT_TRUE(comesTrue([] { return openSockets() == 3; }));
     std::vector<Poco::Net::StreamSocket> taken;
     const DescriptorLimit limit(256);
     try {
