@@ -1,26 +1,8 @@
 #include "attacked_server.h"
-
-#include <sys/resource.h>
+#include "descriptor_rlimit.h"
 
 namespace velmora::server {
 namespace {
-
-/// How many descriptors this process may have, while this object lives.
-class DescriptorLimit {
-public:
-    explicit DescriptorLimit(rlim_t count) {
-        ::getrlimit(RLIMIT_NOFILE, &m_before);
-        auto limit = m_before;
-        limit.rlim_cur = count;
-        ::setrlimit(RLIMIT_NOFILE, &limit);
-    }
-    ~DescriptorLimit() { ::setrlimit(RLIMIT_NOFILE, &m_before); }
-    DescriptorLimit(const DescriptorLimit&) = delete;
-    DescriptorLimit& operator=(const DescriptorLimit&) = delete;
-
-private:
-    rlimit m_before{};
-};
 
 /// Of this process, which has the server in it.
 std::ptrdiff_t openSockets() {
@@ -97,6 +79,14 @@ TEST_F(Crowd, TooManyConnectionsInAll_TheGreediestAddressGivesWay) {
     }
 }
 
+TEST_F(Crowd, Connections_AreNoMoreThanDescriptorsAllow) {
+    const DescriptorRlimit limit(256);
+    start();
+    auto clients = silent(60);
+    EXPECT_EQ(statusOfMe(), 200);
+    expectRefusal(clients.front().reply(), 503, "busy");
+}
+
 TEST_F(Crowd, AllConnectionsAtWork_ANewcomerIsTold) {
     options.http.connections = 2;
     auto& recogniser = startStuck();
@@ -149,6 +139,16 @@ TEST_F(Crowd, StreamsThatEnded_MakeRoom) {
     }
 }
 
+TEST_F(Crowd, StoppingTheServer_CutsWhoIsThere) {
+    start();
+    auto saying = connect();
+    auto uploading = connect();
+    uploading.send(uploadHead(1'000'000, "Expect: 100-continue\r\n"));
+    EXPECT_THAT(uploading.readUntil("\r\n\r\n"), testing::HasSubstr("100 Continue"));
+    server.reset();
+    EXPECT_EQ(saying.reply().status, 0);
+}
+
 TEST_F(Crowd, SlowUploads_HoldUpNoShortRequest) {
     start();
     // As many as one account may have, of several accounts.
@@ -173,7 +173,7 @@ TEST_F(Crowd, NoDescriptorLeft_ASilentConnectionGivesWay) {
     auto old = connect();
     ASSERT_TRUE(comesTrue([] { return openSockets() == 3; }));
     std::vector<Poco::Net::StreamSocket> taken;
-    const DescriptorLimit limit(256);
+    const DescriptorRlimit limit(256);
     try {
         for (;;) {
             taken.emplace_back(Poco::Net::SocketAddress::IPv4);
