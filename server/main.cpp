@@ -1,3 +1,4 @@
+#include "app/descriptor_limit.h"
 #include "app/log.h"
 #include "app/server.h"
 #include "speech/recogniser.h"
@@ -23,6 +24,7 @@ int serve(const velmora::server::ServerOptions& options) {
     std::signal(SIGPIPE, SIG_IGN);
     // Whatever it writes is its owner's alone.
     umask(S_IRWXG | S_IRWXO);
+    velmora::server::raiseDescriptorLimit();
 
     const velmora::server::Server server(options, velmora::server::makeRecogniser(options));
     std::cout << "velmora-server listens on http://" << server.address() << '\n' << std::flush;

@@ -9,6 +9,7 @@
 #include "accounts/session_store.h"
 #include "accounts/sign_in_service.h"
 #include "accounts/signing_key.h"
+#include "app/descriptor_limit.h"
 #include "handlers/account_handler.h"
 #include "handlers/account_page_handler.h"
 #include "handlers/dictate_handler.h"
@@ -21,33 +22,27 @@
 #include "handlers/refresh_handler.h"
 #include "handlers/sign_in_handler.h"
 #include "handlers/sign_in_page_handler.h"
-#include "http/connection_watch.h"
 #include "http/dispatcher.h"
 #include "http/host_policy.h"
-#include "http/http_connection_factory.h"
+#include "http/reception.h"
 #include "http/router.h"
 #include "pages/document_pages.h"
 #include "speech/pocketsphinx_recogniser.h"
 
 #include <Poco/Net/ServerSocket.h>
-#include <Poco/Net/TCPServer.h>
-#include <Poco/ThreadPool.h>
 #include <sodium.h>
 
+#include <algorithm>
 #include <condition_variable>
 #include <mutex>
+#include <optional>
 
 namespace velmora::server {
 
 namespace {
 
-/// A connection has a thread of its own; so this is also how many there can be.
-constexpr int maximalThreads = 128;
-constexpr int maximalQueue = 128;
-constexpr int backlog = 64;
-constexpr std::chrono::seconds headerTime{10};
-/// Between two reads of a request.
-constexpr int readTimeoutSeconds = 20;
+/// Connections that the system takes until the reception does.
+constexpr int backlog = 1024;
 
 std::filesystem::path privateFolder(const std::filesystem::path& folder) {
     // One that was there before is left as its owner made it.
@@ -84,14 +79,13 @@ Poco::Net::ServerSocket listenOn(const std::string& text) {
     }
 }
 
-Poco::Net::HTTPServerParams::Ptr parameters() {
-    Poco::Net::HTTPServerParams::Ptr parameters(new Poco::Net::HTTPServerParams);
-    parameters->setMaxThreads(maximalThreads);
-    parameters->setMaxQueued(maximalQueue);
-    parameters->setTimeout(Poco::Timespan(readTimeoutSeconds, 0));
-    // A kept connection would keep its thread; and a client can't mistake its end for a lost request.
-    parameters->setKeepAlive(false);
-    return parameters;
+/// No more connections than descriptors: each may need another two, for its upload and for the recogniser.
+HttpLimits fitted(HttpLimits limits) {
+    constexpr std::size_t own = 128;
+    constexpr std::size_t each = 3;
+    const auto descriptors = std::max(descriptorLimit(), 2 * own);
+    limits.connections = std::min(limits.connections, (descriptors - own) / each);
+    return limits;
 }
 
 } // namespace
@@ -112,21 +106,14 @@ struct Server::State {
         , hosts(options.hosts)
         , socket(listenOn(options.listen)) {
         addRoutes(options);
-        const auto tcpParameters = parameters();
-        const Poco::Net::HTTPRequestHandlerFactory::Ptr dispatcher(
-            new Dispatcher(router, hosts, tokens, sessions, accounts, watch));
-        server = std::make_unique<Poco::Net::TCPServer>(
-            new HttpConnectionFactory(watch, headerTime, tcpParameters, dispatcher), threads, socket,
-            tcpParameters);
-        server->start();
+        const auto limits = fitted(options.http);
+        dispatcher.emplace(router, hosts, tokens, sessions, accounts, limits.bodySize);
+        reception.emplace(socket, limits, *dispatcher);
     }
 
     ~State() {
         stop.request_stop();
-        server->stop();
-        watch.cutAll();
-        server.reset();
-        threads.joinAll();
+        reception.reset();
     }
 
     State(const State&) = delete;
@@ -182,10 +169,9 @@ struct Server::State {
     LocalUserOffer localUser;
     HostPolicy hosts;
     Router router;
-    ConnectionWatch watch;
-    Poco::ThreadPool threads{2, maximalThreads};
+    std::optional<Dispatcher> dispatcher;
     Poco::Net::ServerSocket socket;
-    std::unique_ptr<Poco::Net::TCPServer> server;
+    std::optional<Reception> reception;
 };
 
 Server::Server(const ServerOptions& options, std::unique_ptr<Recogniser> recogniser) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "handlers/dictate_handler.h"
+#include "http/http_limits.h"
 #include "speech/openai_recogniser.h"
 
 #include <filesystem>
@@ -33,6 +34,7 @@ struct ServerOptions {
     /// Lets the machine's own user in with one click.
     bool localUser = false;
     DictationLimits limits;
+    HttpLimits http;
 
     /// Fails with OptionError.
     [[nodiscard]] static ServerOptions parse(const std::vector<std::string>& arguments);

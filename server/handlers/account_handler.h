@@ -21,6 +21,7 @@ public:
     AccountHandler(SignInService& service, AccountStore& accounts, SessionStore& sessions,
                    const FormTokens& formTokens, const LocalUserOffer& localUser);
 
+    [[nodiscard]] Work work() const override { return Work::Heavy; }
     void handle(Exchange& exchange) override;
 
 private:

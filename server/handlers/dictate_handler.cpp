@@ -20,8 +20,6 @@ namespace {
 
 /// How soon a client that went away is noticed.
 constexpr std::chrono::milliseconds lookInterval{100};
-/// Clients give up on a reply that is silent for long.
-constexpr std::chrono::seconds silenceLimit{10};
 /// Recognising is quicker than speaking; on a busy machine it may not be.
 constexpr int workPerDuration = 4;
 /// For files that don't tell their length.
@@ -166,7 +164,7 @@ void DictateHandler::answer(Exchange& exchange, TempFile& file, DictationLine::T
                 return;
             }
             lastSign = now;
-        } else if (now - lastSign >= silenceLimit) {
+        } else if (now - lastSign >= m_limits.silence) {
             if (!stream.sendComment()) {
                 return;
             }

@@ -22,13 +22,15 @@ class TempFile;
 /// What one dictation may take.
 struct DictationLimits {
     std::uint64_t bytes = 64ULL * 1024 * 1024;
-    std::chrono::minutes duration{30};
+    std::chrono::milliseconds duration = std::chrono::minutes(30);
     /// At once, of one account.
     int perAccount = 4;
     /// For the upload.
-    std::chrono::minutes uploadTime{10};
+    std::chrono::milliseconds uploadTime = std::chrono::minutes(10);
     /// Clients give up after three minutes, the upload included. What can't be done by then is refused.
     std::chrono::milliseconds patience = std::chrono::seconds(170);
+    /// Without an event, after which a sign of life is sent: clients give up on a reply that is silent for long.
+    std::chrono::milliseconds silence{10'000};
 };
 
 /// POST /v1/dictate: a recording in, its text out as server-sent events while it is recognised.
@@ -38,6 +40,7 @@ public:
     DictateHandler(AccountStore& accounts, Recogniser& recogniser, DictationLimits limits,
                    std::filesystem::path tempFolder, std::stop_token stop);
 
+    [[nodiscard]] Work work() const override { return Work::Stream; }
     void handle(Exchange& exchange) override;
 
 private:

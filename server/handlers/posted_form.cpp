@@ -25,7 +25,11 @@ void checkOrigin(const Exchange& exchange) {
 
 PostedForm::PostedForm(Exchange& exchange) {
     checkOrigin(exchange);
-    m_form.read(exchange.readBody(formLimit));
+    try {
+        m_form.read(exchange.readBody(formLimit));
+    } catch (const Poco::Exception&) {
+        throw HttpError(400, "bad_request", "Форму не удалось прочитать");
+    }
 }
 
 } // namespace velmora::server

@@ -19,6 +19,7 @@ public:
     SignInHandler(SignInService& service, SessionStore& sessions, const AccessTokens& tokens,
                   const FormTokens& formTokens, const LocalUserOffer& localUser);
 
+    [[nodiscard]] Work work() const override { return Work::Heavy; }
     void handle(Exchange& exchange) override;
 
 private:

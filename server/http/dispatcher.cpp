@@ -11,8 +11,6 @@
 #include "http/http_error.h"
 #include "http/router.h"
 
-#include <Poco/Net/HTTPRequestHandler.h>
-#include <Poco/Net/NetException.h>
 #include <Poco/Net/SocketAddress.h>
 #include <Poco/String.h>
 
@@ -20,73 +18,51 @@
 
 namespace velmora::server {
 
-namespace {
-
-/// What a handler has for body, work and reply when it doesn't ask for more.
-constexpr std::chrono::seconds usualTime{30};
-
-class DispatchedRequest : public Poco::Net::HTTPRequestHandler {
-public:
-    explicit DispatchedRequest(Dispatcher& dispatcher)
-        : m_dispatcher(dispatcher) {}
-
-    void handleRequest(Poco::Net::HTTPServerRequest& request,
-                       Poco::Net::HTTPServerResponse& response) override {
-        m_dispatcher.dispatch(request, response);
-    }
-
-private:
-    Dispatcher& m_dispatcher;
-};
-
-} // namespace
-
 Dispatcher::Dispatcher(const Router& router, const HostPolicy& hosts, const AccessTokens& tokens,
-                       SessionStore& sessions, AccountStore& accounts, ConnectionWatch& watch)
+                       SessionStore& sessions, AccountStore& accounts, std::size_t bodySize)
     : m_router(router)
     , m_hosts(hosts)
     , m_tokens(tokens)
     , m_sessions(sessions)
     , m_accounts(accounts)
-    , m_watch(watch) {}
+    , m_bodySize(bodySize) {}
 
-Poco::Net::HTTPRequestHandler*
-Dispatcher::createRequestHandler(const Poco::Net::HTTPServerRequest& /*request*/) {
-    return new DispatchedRequest(*this);
-}
-
-void Dispatcher::dispatch(Poco::Net::HTTPServerRequest& request, Poco::Net::HTTPServerResponse& response) {
-    Exchange exchange(request, response, m_watch);
-    exchange.allow(usualTime);
+template<typename Step>
+void Dispatcher::attempt(Exchange& exchange, Step step) const {
     try {
-        answer(exchange);
+        step();
     } catch (const HttpError& error) {
-        sendError(exchange, error);
-    } catch (const Poco::TimeoutException&) {
-        sendError(exchange, HttpError(408, "timeout", "Запрос передавался слишком долго"));
-    } catch (const Poco::Net::NetException&) {
-        // The peer has gone: there is nobody to tell.
-        return;
+        // What a stalled body looked like to its reader says nothing of it.
+        sendError(exchange, exchange.bodyBuffer().stalled() ? HttpError::tooSlow() : error);
     } catch (const std::exception& error) {
         log("request failed: " + exchange.method() + " " + typeid(error).name());
         sendError(exchange, HttpError(500, "internal_error", "Внутренняя ошибка сервера"));
     }
-    exchange.drain();
 }
 
-void Dispatcher::answer(Exchange& exchange) {
+void Dispatcher::admit(Exchange& exchange) const {
+    attempt(exchange, [&] { passGates(exchange); });
+}
+
+void Dispatcher::answer(Exchange& exchange) const {
+    attempt(exchange, [&] { exchange.handler()->handle(exchange); });
+}
+
+void Dispatcher::passGates(Exchange& exchange) const {
     if (!m_hosts.accepts(exchange.header("Host"))) {
         throw HttpError(403, "bad_host", "Сервер не отвечает под этим именем");
     }
     auto match = m_router.find(exchange.method(), exchange.path());
-    exchange.setParameters(std::move(match.parameters));
     if (match.access == Access::SignedIn) {
         signIn(exchange);
     }
-    match.handler.handle(exchange);
+    if (match.handler.work() != Work::Stream && exchange.head().bodyLength() > m_bodySize) {
+        throw HttpError::tooLarge();
+    }
+    exchange.lead(match.handler, std::move(match.parameters));
 }
 
-void Dispatcher::signIn(Exchange& exchange) {
+void Dispatcher::signIn(Exchange& exchange) const {
     const auto header = exchange.header("Authorization");
     constexpr std::string_view scheme = "Bearer ";
     if (Poco::icompare(header, 0, scheme.size(), std::string(scheme)) != 0) {
@@ -109,7 +85,7 @@ void Dispatcher::signIn(Exchange& exchange) {
     exchange.setIdentity({std::move(*account), claims->sessionId});
 }
 
-void Dispatcher::sendError(Exchange& exchange, const HttpError& error) {
+void Dispatcher::sendError(Exchange& exchange, const HttpError& error) const {
     if (exchange.replied()) {
         return;
     }
@@ -118,17 +94,7 @@ void Dispatcher::sendError(Exchange& exchange, const HttpError& error) {
     } else if (error.status() == 405) {
         exchange.setReplyHeader("Allow", m_router.allowedMethods(exchange.path()));
     }
-    Poco::JSON::Object body;
-    body.set("code", error.code());
-    body.set("message", std::string(error.what()));
-    if (!error.details().empty()) {
-        Poco::JSON::Object details;
-        for (const auto& [key, value] : error.details()) {
-            details.set(key, value);
-        }
-        body.set("details", details);
-    }
-    exchange.sendJson(error.status(), body);
+    exchange.sendError(error);
 }
 
 } // namespace velmora::server

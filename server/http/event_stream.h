@@ -2,27 +2,39 @@
 
 #include <Poco/JSON/Object.h>
 
-#include <ostream>
+#include <chrono>
 #include <string>
 
 namespace velmora::server {
 
-/// Server-sent events, each on its way as soon as it is sent.
+class ClientSocket;
+
+/// Server-sent events, each on its way as soon as it is sent. The reply ends with this object.
 class EventStream {
 public:
-    explicit EventStream(std::ostream& stream)
-        : m_stream(stream) {}
+    enum class Framing { Chunks, Bare };
 
-    /// False when the peer can't be reached any more.
+    /// Sends the reply's head. `writeTime` is what one event has to find room on its way.
+    EventStream(ClientSocket& socket, const std::string& head, Framing framing,
+                std::chrono::milliseconds writeTime);
+    ~EventStream();
+    EventStream(const EventStream&) = delete;
+    EventStream& operator=(const EventStream&) = delete;
+
+    /// False when the peer can't be reached any more, or doesn't read.
     bool send(const std::string& event, const Poco::JSON::Object& data);
 
     /// A line that readers ignore; it keeps the connection from looking dead. False as for `send`.
     bool sendComment();
 
 private:
-    bool flush();
+    bool sendText(const std::string& text);
+    bool write(const std::string& bytes);
 
-    std::ostream& m_stream;
+    ClientSocket& m_socket;
+    Framing m_framing;
+    std::chrono::milliseconds m_writeTime;
+    bool m_open = true;
 };
 
 } // namespace velmora::server

@@ -1,20 +1,12 @@
 #include "http/exchange.h"
 
-#include "http/connection_watch.h"
+#include "http/client_socket.h"
 #include "http/http_error.h"
+#include "http/reply.h"
 
 #include <Poco/JSON/Parser.h>
-#include <Poco/Net/HTTPServerRequestImpl.h>
-#include <Poco/Net/HTTPServerResponse.h>
-#include <Poco/Net/StreamSocket.h>
-#include <Poco/URI.h>
-#include <sys/socket.h>
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
-#include <cstdint>
-#include <istream>
+#include <sstream>
 
 namespace velmora::server {
 
@@ -22,81 +14,46 @@ namespace {
 
 constexpr std::size_t jsonLimit = 64 * 1024;
 constexpr std::size_t jsonDepth = 16;
-constexpr std::size_t drainLimit = 128 * 1024 * 1024;
-constexpr std::chrono::seconds drainTime{5};
-
-Poco::Net::StreamSocket& socketOf(Poco::Net::HTTPServerRequest& request) {
-    return dynamic_cast<Poco::Net::HTTPServerRequestImpl&>(request).socket();
-}
 
 } // namespace
 
-Exchange::Exchange(Poco::Net::HTTPServerRequest& request, Poco::Net::HTTPServerResponse& response,
-                   ConnectionWatch& watch)
-    : m_request(request)
-    , m_response(response)
-    , m_watch(watch) {
-    try {
-        const Poco::URI uri(request.getURI());
-        m_path = uri.getPath();
-        m_query = uri.getQueryParameters();
-    } catch (const Poco::Exception&) {
-        // An address that can't be read leads nowhere: its path stays empty, and no route has that.
-        m_path.clear();
-    }
-}
-
-const std::string& Exchange::method() const {
-    return m_request.getMethod();
-}
-
-std::string Exchange::query(const std::string& key) const {
-    const auto found = std::ranges::find(m_query, key, &std::pair<std::string, std::string>::first);
-    return found == m_query.end() ? std::string() : found->second;
-}
-
-std::string Exchange::header(const std::string& name) const {
-    return m_request.get(name, {});
-}
+Exchange::Exchange(ClientSocket& socket, RequestHead head, std::string begun, const HttpLimits& limits)
+    : m_socket(socket)
+    , m_limits(limits)
+    , m_head(std::move(head))
+    , m_body(socket, m_head.bodyLength(), std::move(begun), limits) {}
 
 const Poco::Net::SocketAddress& Exchange::peer() const {
-    return m_request.clientAddress();
+    return m_socket.peer();
 }
 
 const Poco::Net::SocketAddress& Exchange::ownAddress() const {
-    return m_request.serverAddress();
+    return m_socket.ownAddress();
 }
 
 bool Exchange::peerGone() const {
-    char byte = 0;
-    const auto socket = socketOf(m_request).impl()->sockfd();
-    const auto got = ::recv(socket, &byte, 1, MSG_PEEK | MSG_DONTWAIT);
-    return got == 0 || (got < 0 && errno != EAGAIN && errno != EWOULDBLOCK && errno != EINTR);
+    return m_socket.peerGone() || Pace::Clock::now() >= m_deadline;
 }
 
 void Exchange::allow(std::chrono::milliseconds time) {
-    m_watch.allow(socketOf(m_request), time);
+    m_deadline = Pace::Clock::now() + time;
+    m_body.setDeadline(m_deadline);
 }
 
 std::istream& Exchange::body(std::uint64_t limit) {
-    if (m_request.getChunkedTransferEncoding()) {
-        throw HttpError(411, "length_required", "Запрос должен называть свою длину");
+    if (m_head.bodyLength() > limit) {
+        throw HttpError::tooLarge();
     }
-    if (m_request.hasContentLength() && m_request.getContentLength64() > static_cast<Poco::Int64>(limit)) {
-        throw HttpError(413, "too_large", "Слишком большой запрос");
+    if (m_head.expectsContinue() && !m_body.isGathered()) {
+        static_cast<void>(m_socket.send(continueLine));
     }
-    return stream();
+    m_body.startStream();
+    return m_bodyStream;
 }
 
 std::string Exchange::readBody(std::size_t limit) {
     auto& stream = body(limit);
-    std::string text(limit + 1, '\0');
-    stream.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<std::size_t>(stream.gcount()));
-    if (text.size() > limit) {
-        throw HttpError(413, "too_large", "Слишком большой запрос");
-    }
-    return text;
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 Poco::JSON::Object::Ptr Exchange::readJson() {
@@ -124,11 +81,16 @@ void Exchange::sendHtml(int status, const std::string& html, const std::string& 
 }
 
 void Exchange::sendEmpty(int status) {
-    m_response.setStatusAndReason(static_cast<Poco::Net::HTTPResponse::HTTPStatus>(status));
     if (status != Poco::Net::HTTPResponse::HTTP_NO_CONTENT) {
         m_response.setContentLength(0);
     }
-    m_response.send().flush();
+    m_reply = wireForm(status, m_response);
+    m_replied = true;
+}
+
+void Exchange::sendError(const HttpError& error) {
+    m_reply = wireForm(error, m_response);
+    m_replied = true;
 }
 
 void Exchange::setReplyHeader(const std::string& name, const std::string& value) {
@@ -136,43 +98,25 @@ void Exchange::setReplyHeader(const std::string& name, const std::string& value)
 }
 
 EventStream Exchange::openEventStream() {
-    m_response.setStatusAndReason(Poco::Net::HTTPResponse::HTTP_OK);
     m_response.setContentType("text/event-stream; charset=utf-8");
     m_response.set("Cache-Control", "no-store");
     // Tells a reverse proxy in front not to gather the events.
     m_response.set("X-Accel-Buffering", "no");
-    m_response.setChunkedTransferEncoding(true);
-    return EventStream(m_response.send());
+    const bool chunks = m_head.version() != Poco::Net::HTTPMessage::HTTP_1_0;
+    m_response.setChunkedTransferEncoding(chunks);
+    m_replied = true;
+    return {m_socket, wireForm(Poco::Net::HTTPResponse::HTTP_OK, m_response),
+            chunks ? EventStream::Framing::Chunks : EventStream::Framing::Bare, m_limits.write};
 }
 
-bool Exchange::replied() const {
-    return m_response.sent();
-}
-
-void Exchange::drain() {
-    allow(drainTime);
-    std::array<char, 16 * 1024> dropped{};
-    std::size_t total = 0;
-    for (auto& rest = stream(); rest.good() && total < drainLimit;) {
-        rest.read(dropped.data(), dropped.size());
-        total += static_cast<std::size_t>(rest.gcount());
-    }
-}
-
-std::istream& Exchange::stream() {
-    // Without a length there is no body, where the library would read until the peer hangs up.
-    if (!m_request.hasContentLength() && !m_request.getChunkedTransferEncoding()) {
-        return m_noBody;
-    }
-    return m_request.stream();
+void Exchange::lead(Handler& handler, Parameters parameters) {
+    m_handler = &handler;
+    m_parameters = std::move(parameters);
 }
 
 void Exchange::send(int status, const std::string& type, const std::string& text) {
-    m_response.setStatusAndReason(static_cast<Poco::Net::HTTPResponse::HTTPStatus>(status));
-    m_response.setContentType(type);
-    m_response.set("Cache-Control", "no-store");
-    m_response.set("X-Content-Type-Options", "nosniff");
-    m_response.sendBuffer(text.data(), text.size());
+    m_reply = wireForm(status, m_response, type, text);
+    m_replied = true;
 }
 
 } // namespace velmora::server

@@ -1,51 +1,51 @@
 #pragma once
 
 #include "accounts/identity.h"
+#include "http/body_buffer.h"
 #include "http/event_stream.h"
+#include "http/request_head.h"
 
 #include <Poco/JSON/Object.h>
+#include <Poco/Net/HTTPResponse.h>
 
 #include <chrono>
 #include <cstdint>
 #include <istream>
 #include <map>
 #include <optional>
-#include <sstream>
 #include <string>
-#include <vector>
 
 namespace Poco::Net {
-class HTTPServerRequest;
-class HTTPServerResponse;
 class SocketAddress;
 } // namespace Poco::Net
 
 namespace velmora::server {
 
-class ConnectionWatch;
+class ClientSocket;
+class Handler;
+class HttpError;
 
-/// One request and its reply, as the handlers see them. Lives on the connection's thread.
+/// One request and its reply, as the handlers see them. Used by one thread at a time.
 class Exchange {
 public:
     using Parameters = std::map<std::string, std::string>;
 
-    Exchange(Poco::Net::HTTPServerRequest& request, Poco::Net::HTTPServerResponse& response,
-             ConnectionWatch& watch);
+    /// `begun` is what came behind the head already.
+    Exchange(ClientSocket& socket, RequestHead head, std::string begun, const HttpLimits& limits);
 
-    [[nodiscard]] const std::string& method() const;
+    [[nodiscard]] const std::string& method() const { return m_head.method(); }
 
     /// Decoded, without the query.
-    [[nodiscard]] const std::string& path() const { return m_path; }
+    [[nodiscard]] const std::string& path() const { return m_head.path(); }
 
     /// First value of a query key, empty if there is none.
-    [[nodiscard]] std::string query(const std::string& key) const;
+    [[nodiscard]] std::string query(const std::string& key) const { return m_head.query(key); }
 
     /// A header's value, empty if there is none.
-    [[nodiscard]] std::string header(const std::string& name) const;
+    [[nodiscard]] std::string header(const std::string& name) const { return m_head.header(name); }
 
     /// What stood in the route's `{name}` segments.
     [[nodiscard]] const Parameters& parameters() const { return m_parameters; }
-    void setParameters(Parameters parameters) { m_parameters = std::move(parameters); }
 
     /// Who asks; only for routes that require a sign-in.
     [[nodiscard]] const Identity& identity() const { return m_identity.value(); }
@@ -54,14 +54,13 @@ public:
     [[nodiscard]] const Poco::Net::SocketAddress& peer() const;
     [[nodiscard]] const Poco::Net::SocketAddress& ownAddress() const;
 
-    /// True once the peer has closed its side or the connection was cut.
+    /// True once the peer has closed its side, the connection was cut, or the time allowed is over.
     [[nodiscard]] bool peerGone() const;
 
-    /// The connection is cut unless the handler ends within `time` or asks for more.
+    /// A stream ends unless the handler ends within `time` or asks for more.
     void allow(std::chrono::milliseconds time);
 
-    /// The body as it comes. Fails with 413 at once if its announced length is above `limit`, and with 411 if
-    /// it announces none: so nothing behind it needs to count.
+    /// The body as it comes. Fails with 413 at once if its announced length is above `limit`.
     [[nodiscard]] std::istream& body(std::uint64_t limit);
 
     /// The whole body, at most `limit` bytes, else fails with 413.
@@ -73,27 +72,35 @@ public:
     void sendJson(int status, const Poco::JSON::Object& object);
     void sendHtml(int status, const std::string& html, const std::string& contentSecurityPolicy);
     void sendEmpty(int status);
+    void sendError(const HttpError& error);
     void setReplyHeader(const std::string& name, const std::string& value);
     [[nodiscard]] EventStream openEventStream();
 
-    [[nodiscard]] bool replied() const;
+    [[nodiscard]] bool replied() const { return m_replied; }
 
-    /// Reads and drops what the handler left of the body, within bounds: a socket closed over unread bytes is
-    /// reset, and the peer might never see the reply.
-    void drain();
+    /// The way of the request: who answers it, and its body as the reception gathers it.
+    void lead(Handler& handler, Parameters parameters);
+    [[nodiscard]] Handler* handler() const { return m_handler; }
+    [[nodiscard]] const RequestHead& head() const { return m_head; }
+    [[nodiscard]] BodyBuffer& bodyBuffer() { return m_body; }
+    /// What is still to be sent as its reply: nothing of an event stream.
+    [[nodiscard]] std::string takeReply() { return std::move(m_reply); }
 
 private:
-    std::istream& stream();
     void send(int status, const std::string& type, const std::string& text);
 
-    Poco::Net::HTTPServerRequest& m_request;
-    Poco::Net::HTTPServerResponse& m_response;
-    ConnectionWatch& m_watch;
-    std::string m_path;
-    std::vector<std::pair<std::string, std::string>> m_query;
+    ClientSocket& m_socket;
+    const HttpLimits& m_limits;
+    RequestHead m_head;
+    BodyBuffer m_body;
+    std::istream m_bodyStream{&m_body};
+    Poco::Net::HTTPResponse m_response;
+    std::string m_reply;
+    bool m_replied = false;
+    Pace::Clock::time_point m_deadline = Pace::Clock::time_point::max();
+    Handler* m_handler = nullptr;
     Parameters m_parameters;
     std::optional<Identity> m_identity;
-    std::istringstream m_noBody;
 };
 
 } // namespace velmora::server

@@ -18,6 +18,11 @@ void Samples::add(double value) {
     m_sorted.insert(std::ranges::upper_bound(m_sorted, value), value);
 }
 
+void Samples::add(const Samples& more) {
+    const auto middle = m_sorted.insert(m_sorted.end(), more.m_sorted.begin(), more.m_sorted.end());
+    std::inplace_merge(m_sorted.begin(), middle, m_sorted.end());
+}
+
 double Samples::quantile(double q) const {
     const auto rank = std::size_t(std::ceil(q * double(m_sorted.size())));
     return m_sorted.at(std::clamp<std::size_t>(rank, 1, m_sorted.size()) - 1);

@@ -18,6 +18,7 @@ public:
     explicit Samples(std::vector<double> values);
 
     void add(double value);
+    void add(const Samples& more);
     [[nodiscard]] std::size_t count() const { return m_sorted.size(); }
     /// The value that the share `q` of the runs, from 0 to 1, did not exceed. Needs a run.
     [[nodiscard]] double quantile(double q) const;

@@ -1,3 +1,5 @@
+#include "descriptor_rlimit.h"
+#include "raw_client.h"
 #include "server_process.h"
 #include "test_client.h"
 #include "test_folder.h"
@@ -64,6 +66,21 @@ TEST_F(ServerProcessTest, Data_IsForTheOwnerAlone) {
         const auto others = std::filesystem::perms::group_all | std::filesystem::perms::others_all;
         EXPECT_EQ(entry.status().permissions() & others, std::filesystem::perms::none) << entry.path();
     }
+}
+
+TEST_F(ServerProcessTest, FewDescriptors_AreRaisedToWhatIsGranted) {
+    std::optional<ServerProcess> process;
+    {
+        const DescriptorRlimit limit(256);
+        process.emplace(arguments());
+    }
+    const auto address = process->waitForAddress();
+    std::vector<RawClient> clients;
+    for (int i = 0; i < 60; ++i) {
+        clients.emplace_back(address);
+    }
+    EXPECT_EQ(TestClient(address).send("GET", "/v1/nothing").status, 404);
+    EXPECT_FALSE(clients.front().hasReply());
 }
 
 TEST_F(ServerProcessTest, BadOption_IsExplained_AndExits2) {

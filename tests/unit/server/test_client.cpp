@@ -87,14 +87,16 @@ std::vector<SentEvent> Reply::events() const {
     return events;
 }
 
-TestClient::TestClient(const std::string& address)
-    : m_address(address) {}
+TestClient::TestClient(const std::string& address, const std::string& from)
+    : m_address(address)
+    , m_from(from, 0) {}
 
 Reply TestClient::send(const std::string& method, const std::string& path, const std::string& body,
                        const Headers& headers) const {
-    Poco::Net::HTTPClientSession session(m_address);
+    Poco::Net::HTTPClientSession session(connect());
     session.setTimeout(Poco::Timespan(30, 0));
     Poco::Net::HTTPRequest request(method, path, Poco::Net::HTTPRequest::HTTP_1_1);
+    request.setHost(m_address.toString());
     for (const auto& [name, value] : headers) {
         request.set(name, value);
     }
@@ -146,7 +148,9 @@ std::string TestClient::dictationRequest(const Tokens& tokens, const std::string
 }
 
 Poco::Net::StreamSocket TestClient::connect() const {
-    Poco::Net::StreamSocket socket(m_address);
+    Poco::Net::StreamSocket socket(Poco::Net::SocketAddress::IPv4);
+    socket.impl()->bind(m_from);
+    socket.connect(m_address);
     socket.setReceiveTimeout(Poco::Timespan(30, 0));
     return socket;
 }

@@ -44,7 +44,8 @@ class TestClient {
 public:
     using Headers = std::map<std::string, std::string>;
 
-    explicit TestClient(const std::string& address);
+    /// Connects from any of the machine's own addresses.
+    explicit TestClient(const std::string& address, const std::string& from = "127.0.0.1");
 
     [[nodiscard]] Reply send(const std::string& method, const std::string& path, const std::string& body = {},
                              const Headers& headers = {}) const;
@@ -67,6 +68,7 @@ public:
 
 private:
     Poco::Net::SocketAddress m_address;
+    Poco::Net::SocketAddress m_from;
 };
 
 /// The query of the "velmora://auth?…" link in a page, decoded.
