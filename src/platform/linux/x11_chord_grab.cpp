@@ -1,6 +1,6 @@
 #include "platform/linux/x11_chord_grab.h"
 
-#include "platform/linux/x11_held_modifiers.h"
+#include "platform/linux/x11_chord_post.h"
 #include "platform/linux/x11_injection_guard.h"
 
 namespace velmora {
