@@ -99,9 +99,8 @@ void HotkeyMonitor::applySettings() {
     m_tap->setFnStandIn(
         fnStandInFromName(m_defaults.string(QStringLiteral("fnStandIn")).value_or(QString())));
     const Binding binding = currentBinding();
-    const bool isChord =
-        binding.keyCode >= 0 && (binding.mask != 0 || KeyCodeNames::isFunctionKey(binding.keyCode));
-    m_tap->claimChord(isChord ? std::optional(KeyChord{binding.keyCode, binding.mask}) : std::nullopt);
+    const bool isHotkey = binding.mask != 0 || KeyCodeNames::isFunctionKey(binding.keyCode);
+    m_tap->claimChord(isHotkey ? std::optional(KeyChord{binding.keyCode, binding.mask}) : std::nullopt);
 }
 
 void HotkeyMonitor::noteLeftOvers(const KeyEvent& event) {
