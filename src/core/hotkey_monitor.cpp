@@ -30,17 +30,20 @@ HotkeyMonitor::HotkeyMonitor(MainLoop& loop, const UserDefaults& defaults, Event
 void HotkeyMonitor::start() {
     if (m_tap)
         return;
-    log(QStringLiteral("[Velmora] HotkeyMonitor.start: attempting CGEvent tap creation"));
+    if (!m_hasFailed)
+        log(QStringLiteral("[Velmora] HotkeyMonitor.start: attempting CGEvent tap creation"));
     const auto callback = [this](const KeyEvent& event) { return handle(event); };
     m_tap = m_taps.createTap(EventTapMode::Active, callback);
     if (!m_tap)
         m_tap = m_taps.createTap(EventTapMode::ListenOnly, callback);
     if (!m_tap) {
-        log(QStringLiteral(
-            "[Velmora] CGEvent tap failed — Input Monitoring/Accessibility permission missing?"));
+        if (!std::exchange(m_hasFailed, true))
+            log(QStringLiteral(
+                "[Velmora] CGEvent tap failed — Input Monitoring/Accessibility permission missing?"));
         setActive(false);
         return;
     }
+    m_hasFailed = false;
     m_tap->setEnabled(true);
     applySettings();
     setActive(true);
@@ -99,9 +102,8 @@ void HotkeyMonitor::applySettings() {
     m_tap->setFnStandIn(
         fnStandInFromName(m_defaults.string(QStringLiteral("fnStandIn")).value_or(QString())));
     const Binding binding = currentBinding();
-    const bool isChord =
-        binding.keyCode >= 0 && (binding.mask != 0 || KeyCodeNames::isFunctionKey(binding.keyCode));
-    m_tap->claimChord(isChord ? std::optional(KeyChord{binding.keyCode, binding.mask}) : std::nullopt);
+    const bool isHotkey = binding.mask != 0 || KeyCodeNames::isFunctionKey(binding.keyCode);
+    m_tap->claimChord(isHotkey ? std::optional(KeyChord{binding.keyCode, binding.mask}) : std::nullopt);
 }
 
 void HotkeyMonitor::noteLeftOvers(const KeyEvent& event) {

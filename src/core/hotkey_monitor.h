@@ -28,7 +28,7 @@ public:
     [[nodiscard]] bool isActive() const { return m_isActive; }
     [[nodiscard]] bool isHotkeyDown() const { return m_isDown; }
 
-    /// Creates the tap; a session that allows none is logged and tried again by ensureEnabled().
+    /// Creates the tap; a session that allows none is logged once and tried again by ensureEnabled().
     void start();
     /// Brings a disabled tap back, or starts.
     void ensureEnabled();
@@ -63,6 +63,7 @@ private:
     const UserDefaults& m_defaults;
     EventTapFactory& m_taps;
     std::unique_ptr<EventTap> m_tap;
+    bool m_hasFailed = false; // to make the tap, and has said so
     bool m_isActive = false;
     bool m_isSuspended = false;
     bool m_isDown = false; // guards against double reports

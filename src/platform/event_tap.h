@@ -22,9 +22,9 @@ struct KeyEvent {
     bool operator==(const KeyEvent&) const = default;
 };
 
-/// A key that counts only while all modifiers of `mask` are held.
+/// A key that counts only while all modifiers of `mask` are held; without a key, these modifiers alone.
 struct KeyChord {
-    int keyCode = -1;
+    int keyCode = -1; ///< negative for none
     quint64 mask = 0; ///< generic modifier bits, 0 for the key alone
 
     bool operator==(const KeyChord&) const = default;
@@ -45,7 +45,8 @@ public:
     [[nodiscard]] virtual bool isEnabled() const = 0;
     virtual void setEnabled(bool enabled) = 0;
 
-    /// The chord whose key events the callback is going to swallow, or none. Desktops on which a key must be
+    /// The chord that is the hotkey, or none. The applications don't get its key, nor the key that stands in
+    /// for Fn, if Fn is in the mask and that key is no modifier by itself. Desktops on which a key must be
     /// claimed before it is pressed do so here; calling it with the same chord again costs nothing.
     virtual void claimChord(const std::optional<KeyChord>& chord) = 0;
 

@@ -7,7 +7,6 @@
 #include "platform/linux/pulse_monitor_probe.h"
 #include "platform/linux/pulse_source.h"
 #include "platform/linux/sound_settings.h"
-#include "platform/linux/x11_rights.h"
 
 #include <QProcess>
 
@@ -60,9 +59,9 @@ bool DesktopPrivacyRights::isGranted(PrivacyRight right) {
     case PrivacyRight::Microphone:
         return m_devices.kinds().microphones;
     case PrivacyRight::InputMonitoring:
-        return canWatchKeys();
+        return m_desktop.canWatchKeys();
     case PrivacyRight::Accessibility:
-        return canPostPastes();
+        return m_desktop.canPostPastes();
     case PrivacyRight::ScreenRecording:
         return m_devices.kinds().monitors;
     }
@@ -74,7 +73,7 @@ Task<bool> DesktopPrivacyRights::probe(PrivacyRight right) {
         co_return co_await askSoundServer(hasMicrophone);
     if (right == PrivacyRight::ScreenRecording)
         co_return co_await askSoundServer(canRecordOutput);
-    co_return isGranted(right); // asks the X server each time
+    co_return isGranted(right);
 }
 
 Task<bool> DesktopPrivacyRights::request(PrivacyRight right) {

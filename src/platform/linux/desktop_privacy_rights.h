@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/main_loop.h"
+#include "platform/linux/x11_rights.h"
 #include "platform/privacy_rights.h"
 #include "platform/workspace.h"
 
@@ -33,6 +34,7 @@ private:
     PulseConnection& m_connection;
     PulseDevices& m_devices;
     Workspace& m_workspace;
+    X11Rights m_desktop;
     QThreadPool m_worker; // the last to come: its end waits for a question that is under way
 };
 

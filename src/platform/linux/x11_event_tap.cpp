@@ -19,12 +19,15 @@ void X11EventTap::setEnabled(bool enabled) {
     if (m_watch)
         m_watch->releaseAll();
     m_watch.reset();
-    if (!enabled)
+    if (!enabled || !m_pause.isOver())
         return;
     // The verdict comes too late here: what is to be swallowed has been claimed before.
     m_watch = X11KeyWatch::open(m_display, [this](const KeyEvent& event) { m_callback(event); });
-    if (!m_watch)
+    if (!m_watch) {
+        m_pause.failed();
         return;
+    }
+    m_pause = {};
     m_watch->setFnStandIn(m_fnStandIn);
     m_watch->claim(m_chord);
 }

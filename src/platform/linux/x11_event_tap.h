@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/event_tap.h"
+#include "platform/linux/retry_pause.h"
 #include "platform/linux/x11_key_watch.h"
 
 #include <QByteArray>
@@ -14,7 +15,8 @@ public:
 
     /// False also when the server has hung up.
     [[nodiscard]] bool isEnabled() const override;
-    /// Enabling connects again if need be; isEnabled() tells whether that went well.
+    /// Enabling connects again if need be, but not at every call while that fails; isEnabled() tells whether
+    /// it went well.
     void setEnabled(bool enabled) override;
     void claimChord(const std::optional<KeyChord>& chord) override;
     void setFnStandIn(FnStandIn key) override;
@@ -26,6 +28,7 @@ private:
     std::optional<KeyChord> m_chord;
     FnStandIn m_fnStandIn = FnStandIn::None;
     std::unique_ptr<X11KeyWatch> m_watch;
+    RetryPause m_pause;
 };
 
 } // namespace velmora

@@ -1,6 +1,6 @@
 #include "platform/linux/x11_key_poster.h"
 
-#include "platform/linux/x11_held_modifiers.h"
+#include "platform/linux/x11_chord_post.h"
 #include "platform/linux/x11_injection_guard.h"
 #include "platform/linux/x11_keyboards.h"
 #include "platform/linux/x11_paste_keys.h"
@@ -81,16 +81,10 @@ bool X11KeyPoster::postPasteChord(const PasteTarget& target) {
     const bool hasFocus = topLevelOf(focusedWindow()) == target.window;
     if (hasFocus) {
         const X11InjectionGuard guard;
-        {
-            const X11HeldModifiers held(m_connection);
-            fakeKey(m_connection, XCB_KEY_PRESS, keys->modifier);
-            fakeKey(m_connection, XCB_KEY_PRESS, keys->key);
-            fakeKey(m_connection, XCB_KEY_RELEASE, keys->key);
-            fakeKey(m_connection, XCB_KEY_RELEASE, keys->modifier);
-        }
-        m_connection.sync();
+        postChord(m_connection, keys->modifier, keys->key); // which lets go of the server
+    } else {
+        xcb_ungrab_server(m_connection.get());
     }
-    xcb_ungrab_server(m_connection.get());
     m_connection.flush();
     return hasFocus;
 }

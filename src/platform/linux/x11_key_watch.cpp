@@ -161,6 +161,8 @@ void X11KeyWatch::key(const X11Keyboard& keyboard, xcb_keycode_t code, bool down
     const bool isDown = pressed()[code];
     if (isDown && !wasDown)
         m_playsFn[code] = code == m_standIn;
+    if (usesFn())
+        grabChord();
     const int keyCode = m_modifiers.virtualKeyCode(code);
     if (m_modifiers.flags(code) != 0 || m_playsFn[code]) {
         if (wasDown != isDown)
@@ -212,6 +214,7 @@ void X11KeyWatch::readModifiers() {
 
 void X11KeyWatch::setFnStandIn(FnStandIn standIn) {
     m_standIn = X11KeyCodes::ofStandIn(standIn);
+    grabChord();
 }
 
 void X11KeyWatch::claim(const std::optional<KeyChord>& chord) {
@@ -222,11 +225,30 @@ void X11KeyWatch::claim(const std::optional<KeyChord>& chord) {
 }
 
 void X11KeyWatch::grabChord() {
-    if (m_chord)
-        m_grab.set(m_keyboards, X11KeyCodes::fromVirtual(m_chord->keyCode),
-                   m_modifiers.statesWith(m_chord->mask));
-    else
-        m_grab.set(m_keyboards, {}, {});
+    std::vector<X11ChordGrab::Key> keys;
+    const auto add = [&](xcb_keycode_t code, quint64 mask) {
+        keys.push_back({code, m_modifiers.statesWith(mask)});
+    };
+    const bool withFn = usesFn();
+    if (withFn && m_standIn && m_modifiers.flags(*m_standIn) == 0)
+        add(*m_standIn, 0);
+    if (m_chord && (!withFn || isFnChordOpen())) {
+        for (const xcb_keycode_t code : X11KeyCodes::fromVirtual(m_chord->keyCode))
+            add(code, m_chord->mask & ~modifier::fn);
+    }
+    m_grab.set(m_keyboards, std::move(keys));
+}
+
+bool X11KeyWatch::usesFn() const {
+    return m_chord && m_chord->mask & modifier::fn;
+}
+
+// The server knows nothing of Fn, so the key of its chord is grabbed while Fn is held, and as long as it is
+// down.
+bool X11KeyWatch::isFnChordOpen() const {
+    return flags() & modifier::fn ||
+           std::ranges::any_of(X11KeyCodes::fromVirtual(m_chord->keyCode),
+                               [down = pressed()](xcb_keycode_t code) { return down[code]; });
 }
 
 void X11KeyWatch::releaseAll() {

@@ -50,6 +50,8 @@ private:
     [[nodiscard]] X11ModifierKeys modifiersNow();
     void readModifiers();
     void grabChord();
+    [[nodiscard]] bool usesFn() const;
+    [[nodiscard]] bool isFnChordOpen() const;
     void compareWithServer();
 
     [[nodiscard]] std::vector<X11Keys> pressedByServer();

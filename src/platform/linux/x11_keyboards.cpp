@@ -60,17 +60,18 @@ std::vector<xcb_input_device_id_t> x11SessionKeyboards(X11Connection& connection
     return keyboards;
 }
 
-std::vector<X11Keys> pressedKeys(X11Connection& connection, const std::vector<X11Keyboard>& keyboards) {
-    std::vector<xcb_input_query_device_state_cookie_t> asked;
-    asked.reserve(keyboards.size());
+PressedKeysQuestion::PressedKeysQuestion(X11Connection& connection, const std::vector<X11Keyboard>& keyboards)
+    : m_connection(connection) {
     for (const X11Keyboard& keyboard : keyboards)
-        asked.push_back(xcb_input_query_device_state(connection.get(), static_cast<uint8_t>(keyboard.id)));
+        m_asked.push_back(xcb_input_query_device_state(connection.get(), static_cast<uint8_t>(keyboard.id)));
+}
 
-    std::vector<X11Keys> pressed(keyboards.size());
-    for (std::size_t i = 0; i < asked.size(); ++i) {
+std::vector<X11Keys> PressedKeysQuestion::answers() {
+    std::vector<X11Keys> pressed(m_asked.size());
+    for (std::size_t i = 0; i < m_asked.size(); ++i) {
         xcb_generic_error_t* error = nullptr; // a keyboard that has just gone
         const XcbReply<xcb_input_query_device_state_reply_t> state(
-            xcb_input_query_device_state_reply(connection.get(), asked[i], &error));
+            xcb_input_query_device_state_reply(m_connection.get(), m_asked[i], &error));
         const XcbReply<xcb_generic_error_t> freed(error);
         if (!state)
             continue;
@@ -83,6 +84,10 @@ std::vector<X11Keys> pressedKeys(X11Connection& connection, const std::vector<X1
         }
     }
     return pressed;
+}
+
+std::vector<X11Keys> pressedKeys(X11Connection& connection, const std::vector<X11Keyboard>& keyboards) {
+    return PressedKeysQuestion(connection, keyboards).answers();
 }
 
 X11Keys keysFromBytes(const uint8_t (&bytes)[32]) {

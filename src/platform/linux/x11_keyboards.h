@@ -29,7 +29,20 @@ struct X11Keyboard {
 /// What the keyboards type into, one with a focus of its own for each person at the machine; mostly one.
 [[nodiscard]] std::vector<xcb_input_device_id_t> x11SessionKeyboards(X11Connection& connection);
 
-/// The keys that are down on each of them, in one round trip. Of a keyboard that is gone: none.
+/// Which keys are down on each of the keyboards when the server comes to the question; what is asked of it
+/// before and after keeps its place. Of a keyboard that is gone: none.
+class PressedKeysQuestion {
+public:
+    PressedKeysQuestion(X11Connection& connection, const std::vector<X11Keyboard>& keyboards);
+    /// Waits for them. To be called once.
+    [[nodiscard]] std::vector<X11Keys> answers();
+
+private:
+    X11Connection& m_connection;
+    std::vector<xcb_input_query_device_state_cookie_t> m_asked;
+};
+
+/// The keys that are down on each of them now, in one round trip.
 [[nodiscard]] std::vector<X11Keys> pressedKeys(X11Connection& connection,
                                                const std::vector<X11Keyboard>& keyboards);
 

@@ -117,8 +117,6 @@ int X11ModifierKeys::virtualKeyCode(xcb_keycode_t key) const {
 
 std::vector<uint32_t> X11ModifierKeys::statesWith(quint64 mask) const {
     std::vector<uint32_t> states;
-    if (mask & modifier::fn)
-        return states;
     for (uint32_t state = 0; state < stateCount; ++state) {
         const auto holds = [&](std::size_t i) {
             return !(mask & modifiers[i].generic) || state & m_serverModifiers[i];

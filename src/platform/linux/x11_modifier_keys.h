@@ -24,7 +24,7 @@ public:
     [[nodiscard]] int virtualKeyCode(xcb_keycode_t key) const;
 
     /// All states of the server's modifiers in which those of the mask, generic bits, are held, with any
-    /// others or locks. None for Fn, of which the server knows nothing.
+    /// others or locks. Of Fn the server knows nothing.
     [[nodiscard]] std::vector<uint32_t> statesWith(quint64 mask) const;
 
     bool operator==(const X11ModifierKeys&) const = default;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/linux/x11_chord_post.h"
 #include "platform/linux/x11_event_tap_factory.h"
-#include "platform/linux/x11_held_modifiers.h"
 #include "platform/modifier_flags.h"
 #include "support/desktop/key_window.h"
 #include "support/desktop/physical_keyboard.h"

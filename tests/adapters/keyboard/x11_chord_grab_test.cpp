@@ -16,9 +16,12 @@ constexpr xcb_keycode_t letterA = 38;
 constexpr xcb_keycode_t space = 65;
 constexpr xcb_keycode_t f8 = 74;
 constexpr xcb_keycode_t numLock = 77;
+constexpr xcb_keycode_t scrollLock = 78;
+constexpr xcb_keycode_t menu = 135;
 constexpr int keyA = 0;
 constexpr int keySpace = 49;
 constexpr int keyF8 = 100;
+constexpr int keyMenu = 110;
 constexpr quint64 leftControlHeld = control | leftControl;
 constexpr uint16_t controlMask = XCB_MOD_MASK_CONTROL;
 
@@ -329,15 +332,140 @@ TEST_F(X11ChordGrabTest, GrabbedByAnotherProgramBefore_IsLeftToItAndHeard) {
     EXPECT_EQ(typed(), onlyControl());
 }
 
-TEST_F(X11ChordGrabTest, FnInTheMask_IsOnlyListenedTo) {
+TEST_F(X11ChordGrabTest, FnAlone_ItsStandInIsSwallowed) {
+    claim(-1, fn);
+    constexpr struct {
+        FnStandIn standIn;
+        xcb_keycode_t key;
+        int keyCode;
+    } standIns[] = {{FnStandIn::Menu, menu, keyMenu},
+                    {FnStandIn::ScrollLock, scrollLock, 107},
+                    {FnStandIn::Pause, 127, 113}};
+    for (const auto& each : standIns) {
+        tap->setFnStandIn(each.standIn);
+        for (int i = 0; i < 3; ++i) {
+            hand.tap(each.key);
+            EXPECT_THAT(heard(), ElementsAre(flagsChanged(each.keyCode, fn), flagsChanged(each.keyCode, 0)));
+        }
+        EXPECT_THAT(typed(), IsEmpty());
+    }
+    hand.tap(menu);
+    hand.tap(scrollLock);
+    EXPECT_EQ(typed().size(), 4U);
+    EXPECT_EQ(window.focusLosses(), 0);
+}
+
+TEST_F(X11ChordGrabTest, FnAlone_KeysTypedWhileItsStandInIsHeld_ReachTheWindow) {
+    claim(-1, fn);
+    tap->setFnStandIn(FnStandIn::Menu);
+    hand.press(menu);
+    hand.press(key::leftShift);
+    hand.tap(letterA);
+    EXPECT_EQ(heard().size(), 4U);
+    hand.release(menu);
+    hand.tap(letterA); // Shift is still held
+    hand.release(key::leftShift);
+    EXPECT_THAT(heard(),
+                ElementsAre(flagsChanged(keyMenu, shift | leftShift), keyDown(keyA, shift | leftShift),
+                            keyUp(keyA, shift | leftShift), flagsChanged(56, 0)));
+    EXPECT_THAT(typed(), ElementsAre(press(key::leftShift), press(letterA, XCB_MOD_MASK_SHIFT),
+                                     release(letterA, XCB_MOD_MASK_SHIFT), press(letterA, XCB_MOD_MASK_SHIFT),
+                                     release(letterA, XCB_MOD_MASK_SHIFT),
+                                     release(key::leftShift, XCB_MOD_MASK_SHIFT)));
+    EXPECT_TRUE(downOnAnyKeyboard().none());
+}
+
+TEST_F(X11ChordGrabTest, FnAlone_StandInThatIsAModifier_RemainsOne) {
+    claim(-1, fn);
+    tap->setFnStandIn(FnStandIn::RightControl);
+    hand.press(key::rightControl);
+    hand.tap(letterA);
+    hand.release(key::rightControl);
+    EXPECT_THAT(typed(), ElementsAre(press(key::rightControl), press(letterA, controlMask),
+                                     release(letterA, controlMask), release(key::rightControl, controlMask)));
+}
+
+TEST_F(X11ChordGrabTest, AnotherModifierIsTheHotkey_FnsStandInReachesTheWindow) {
+    claim(-1, rightOption);
+    tap->setFnStandIn(FnStandIn::Menu);
+    hand.tap(menu);
+    EXPECT_THAT(typed(), ElementsAre(press(menu), release(menu)));
+}
+
+TEST_F(X11ChordGrabTest, FnAloneGivenUpWhileItsStandInIsHeld_ItsReleaseIsHeardAndNothingLeaks) {
+    claim(-1, fn);
+    tap->setFnStandIn(FnStandIn::Menu);
+    hand.press(menu);
+    EXPECT_THAT(heard(), ElementsAre(flagsChanged(keyMenu, fn)));
+    tap->claimChord({});
+    tap->setFnStandIn(FnStandIn::RightControl);
+    hand.release(menu);
+    EXPECT_THAT(heard(), ElementsAre(flagsChanged(keyMenu, 0)));
+    EXPECT_THAT(typed(), IsEmpty());
+    hand.tap(menu);
+    EXPECT_THAT(typed(), ElementsAre(press(menu), release(menu)));
+}
+
+TEST_F(X11ChordGrabTest, FnChord_IsSwallowedWithTheStandIn) {
     claim(keySpace, fn);
     tap->setFnStandIn(FnStandIn::Menu);
-    hand.press(135);
+    for (int i = 0; i < 3; ++i) {
+        hand.press(menu);
+        hand.tap(space);
+        hand.release(menu);
+        EXPECT_THAT(heard(), ElementsAre(flagsChanged(keyMenu, fn), keyDown(keySpace, fn),
+                                         keyUp(keySpace, fn), flagsChanged(keyMenu, 0)));
+        EXPECT_THAT(typed(), IsEmpty());
+    }
+    EXPECT_EQ(window.focusLosses(), 0);
     hand.tap(space);
-    hand.release(135);
-    EXPECT_THAT(heard(), ElementsAre(flagsChanged(110, fn), keyDown(keySpace, fn), keyUp(keySpace, fn),
-                                     flagsChanged(110, 0)));
-    EXPECT_EQ(typed().size(), 4U);
+    EXPECT_THAT(typed(), ElementsAre(press(space), release(space)));
+}
+
+TEST_F(X11ChordGrabTest, FnChord_StandInReleasedFirst_NothingLeaks) {
+    const FastRepeat fast;
+    claim(keySpace, fn);
+    tap->setFnStandIn(FnStandIn::Menu);
+    hand.press(menu);
+    hand.press(space);
+    hand.release(menu);
+    QElapsedTimer repeats;
+    repeats.start();
+    waitUntil([&] { return repeats.elapsed() > 200; });
+    hand.release(space);
+    EXPECT_THAT(heard(), ElementsAre(flagsChanged(keyMenu, fn), keyDown(keySpace, fn),
+                                     flagsChanged(keyMenu, 0), keyUp(keySpace)));
+    EXPECT_THAT(typed(), IsEmpty());
+    EXPECT_TRUE(downOnAnyKeyboard().none());
+    hand.tap(space);
+    EXPECT_THAT(typed(), ElementsAre(press(space), release(space)));
+}
+
+TEST_F(X11ChordGrabTest, FnChordWithAStandInThatIsAModifier_OnlyItsKeyIsSwallowed) {
+    claim(keySpace, fn);
+    tap->setFnStandIn(FnStandIn::RightControl);
+    hand.press(key::rightControl);
+    const quint64 held = fn | control | rightControl;
+    EXPECT_THAT(heard(), ElementsAre(flagsChanged(62, held)));
+    hand.tap(space);
+    hand.release(key::rightControl);
+    EXPECT_THAT(heard(), ElementsAre(keyDown(keySpace, held), keyUp(keySpace, held), flagsChanged(62, 0)));
+    EXPECT_THAT(typed(), ElementsAre(press(key::rightControl), release(key::rightControl, controlMask)));
+    strikeChord();
+    EXPECT_EQ(typed().size(), 4U) << "with the left one it is another chord";
+}
+
+TEST_F(X11ChordGrabTest, ChordStruckWhileAnotherGrabbedKeyIsHeld_IsSwallowed) {
+    claim(keyF8, fn | control);
+    tap->setFnStandIn(FnStandIn::Menu);
+    hand.press(menu);
+    hand.tap(f8); // without Control it is another chord
+    hand.press(key::leftControl);
+    hand.tap(f8);
+    hand.release(key::leftControl);
+    hand.release(menu);
+    EXPECT_THAT(typed(), ElementsAre(press(f8), release(f8), press(key::leftControl),
+                                     release(key::leftControl, controlMask)));
 }
 
 TEST_F(X11ChordGrabTest, ListenOnly_SwallowsNothing) {

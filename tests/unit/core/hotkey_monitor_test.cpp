@@ -51,10 +51,15 @@ TEST_F(HotkeyMonitorTest, Start_BothRefused_IsLoggedAndRetriedByEnsureEnabled) {
     loop.runPosted();
     EXPECT_FALSE(monitor.isActive());
     EXPECT_EQ(lines, (QStringList{attempting, failed}));
+    for (int i = 0; i < 3; ++i)
+        monitor.ensureEnabled();
+    EXPECT_EQ(keyboard.attempts.size(), 8U);
+    EXPECT_EQ(lines, (QStringList{attempting, failed})) << "the cause is said once";
     keyboard.activeAllowed = true;
     monitor.ensureEnabled();
     loop.runPosted();
     EXPECT_TRUE(monitor.isActive());
+    EXPECT_EQ(lines, (QStringList{attempting, failed, active}));
 }
 
 TEST_F(HotkeyMonitorTest, EnsureEnabled_DisabledTap_IsBroughtBackAndLoggedOnce) {
@@ -183,7 +188,7 @@ TEST_F(HotkeyMonitorTest, Chord_HotkeyChangedWhileHeld_KeyUpStillReleases) {
     startWithChord(keySpace, modifier::control);
     keyboard.keyDown(keySpace, modifier::control);
     defaults.set(QStringLiteral("hotkey"), QStringLiteral("fn"));
-    EXPECT_EQ(keyboard.claimed, std::nullopt);
+    EXPECT_EQ(keyboard.claimed, (KeyChord{-1, modifier::fn}));
     EXPECT_EQ(keyboard.keyUp(keySpace, modifier::control), EventVerdict::Swallow);
     expectReports("+-");
 }

@@ -1,4 +1,4 @@
-#include "platform/linux/x11_held_modifiers.h"
+#include "platform/linux/x11_chord_post.h"
 
 #include "platform/linux/x11_keyboards.h"
 
@@ -42,21 +42,19 @@ X11Keys modifierKeys(X11Connection& connection) {
     return keys;
 }
 
-// What the session takes to be down.
-X11Keys sessionKeys(X11Connection& connection) {
-    const XcbReply<xcb_query_keymap_reply_t> reply(
-        xcb_query_keymap_reply(connection.get(), xcb_query_keymap(connection.get()), nullptr));
-    return reply ? keysFromBytes(reply->keys) : X11Keys();
+// As far as they are modifiers.
+X11Keys only(const X11Keys& modifiers, const std::vector<X11Keys>& pressed) {
+    X11Keys all;
+    for (const X11Keys& each : pressed)
+        all |= each;
+    return all & modifiers;
 }
 
-// What is down on the real keyboards, or on those on which programs type.
-X11Keys keyboardKeys(X11Connection& connection, bool real) {
-    std::vector<X11Keyboard> keyboards = x11Keyboards(connection);
-    std::erase_if(keyboards, [real](const X11Keyboard& keyboard) { return keyboard.isReal != real; });
-    X11Keys keys;
-    for (const X11Keys& each : pressedKeys(connection, keyboards))
-        keys |= each;
-    return keys;
+void fakeKeys(X11Connection& connection, uint8_t kind, const X11Keys& keys) {
+    for (std::size_t key = 0; key < keys.size(); ++key) {
+        if (keys[key])
+            fakeKey(connection, kind, static_cast<xcb_keycode_t>(key));
+    }
 }
 
 } // namespace
@@ -65,34 +63,30 @@ void fakeKey(X11Connection& connection, uint8_t kind, xcb_keycode_t key) {
     xcb_test_fake_input(connection.get(), kind, key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
 }
 
-X11HeldModifiers::X11HeldModifiers(X11Connection& connection)
-    : m_connection(connection) {
-    // A key that was pressed again here and that the user has let go of since is still down on the XTEST
-    // keyboard alone, where another press of it would count for nothing.
-    const X11Keys held =
-        (sessionKeys(connection) | keyboardKeys(connection, false)) & modifierKeys(connection);
-    for (std::size_t key = 0; key < held.size(); ++key) {
-        if (!held[key])
-            continue;
-        m_released.push_back(static_cast<xcb_keycode_t>(key));
-        fakeKey(m_connection, XCB_KEY_RELEASE, m_released.back());
-    }
-}
+void postChord(X11Connection& connection, xcb_keycode_t modifier, xcb_keycode_t key) {
+    const X11Keys modifiers = modifierKeys(connection);
+    std::vector<X11Keyboard> keyboards = x11Keyboards(connection);
+    std::erase_if(keyboards, [](const X11Keyboard& keyboard) { return !keyboard.isReal; });
+    const X11Keys expected = only(modifiers, pressedKeys(connection, keyboards));
 
-X11HeldModifiers::~X11HeldModifiers() {
-    if (m_released.empty())
-        return;
-    const X11Keys before = keyboardKeys(m_connection, true);
-    for (const xcb_keycode_t key : m_released) {
-        if (before[key])
-            fakeKey(m_connection, XCB_KEY_PRESS, key);
-    }
-    // Whoever let go between the question and our press would be left with a stuck key.
-    const X11Keys after = keyboardKeys(m_connection, true);
-    for (const xcb_keycode_t key : m_released) {
-        if (before[key] && !after[key])
-            fakeKey(m_connection, XCB_KEY_RELEASE, key);
-    }
+    // All modifiers, for one may have been pressed since the question; the server drops what isn't down.
+    // Other programs that type have to wait.
+    xcb_grab_server(connection.get());
+    PressedKeysQuestion question(connection, keyboards);
+    fakeKeys(connection, XCB_KEY_RELEASE, modifiers);
+    fakeKey(connection, XCB_KEY_PRESS, modifier);
+    fakeKey(connection, XCB_KEY_PRESS, key);
+    fakeKey(connection, XCB_KEY_RELEASE, key);
+    fakeKey(connection, XCB_KEY_RELEASE, modifier);
+    fakeKeys(connection, XCB_KEY_PRESS, expected);
+    xcb_ungrab_server(connection.get());
+
+    const X11Keys held = only(modifiers, question.answers());
+    fakeKeys(connection, XCB_KEY_PRESS, held & ~expected);
+    fakeKeys(connection, XCB_KEY_RELEASE, expected & ~held);
+    // Whoever has let go since would be left with a stuck key.
+    fakeKeys(connection, XCB_KEY_RELEASE, held & ~only(modifiers, pressedKeys(connection, keyboards)));
+    connection.sync();
 }
 
 } // namespace velmora
