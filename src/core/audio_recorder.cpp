@@ -4,7 +4,6 @@
 #include "core/level_meter.h"
 #include "core/pcm16.h"
 
-#include <QDir>
 #include <QFile>
 #include <QPointer>
 
@@ -56,13 +55,13 @@ private:
 };
 
 AudioRecorder::AudioRecorder(MainLoop& loop, const UserDefaults& defaults, AudioEngine& engine,
-                             AudioCodec& codec, QString temporaryFolder, QObject* parent)
+                             AudioCodec& codec, ProcessFolder& recordings, QObject* parent)
     : LevelSource(parent)
     , m_loop(loop)
     , m_defaults(defaults)
     , m_engine(engine)
     , m_codec(codec)
-    , m_temporaryFolder(std::move(temporaryFolder)) {}
+    , m_recordings(recordings) {}
 
 // A recording that nobody stopped is lost, with its file.
 AudioRecorder::~AudioRecorder() {
@@ -77,7 +76,7 @@ QString AudioRecorder::start() {
     if (m_isRecording)
         return m_lastFileURL.value_or(QString());
     const auto seconds = std::chrono::floor<std::chrono::seconds>(m_loop.date()).time_since_epoch().count();
-    const QString path = QStringLiteral("%1/velmora-%2.m4a").arg(m_temporaryFolder).arg(seconds);
+    const QString path = QStringLiteral("%1/velmora-%2.m4a").arg(m_recordings.path()).arg(seconds);
     m_lastFileURL = path;
     startEngine(path);
     return path;
@@ -139,13 +138,6 @@ void AudioRecorder::stop() {
     m_isRecording = false;
     Q_EMIT isRecordingChanged();
     clearLevels();
-}
-
-void AudioRecorder::removeLeftovers() const {
-    QDir folder(m_temporaryFolder);
-    const QStringList names{QStringLiteral("velmora-*.m4a"), QStringLiteral(".velmora-*.part")};
-    for (const QString& name : folder.entryList(names, QDir::Files | QDir::Hidden))
-        folder.remove(name);
 }
 
 void AudioRecorder::prewarm() {

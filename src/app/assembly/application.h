@@ -11,6 +11,7 @@
 #include "core/relauncher.h"
 #include "core/screen_recording_permission_monitor.h"
 #include "foundation/info_dictionary.h"
+#include "foundation/process_folder.h"
 #include "foundation/qt_main_loop.h"
 #include "foundation/user_folders.h"
 #include "platform/linux/desktop_color_scheme.h"
@@ -78,6 +79,7 @@ private:
     PulseAudioEngine m_levelTestEngine{m_pulse};
     LevelTest m_levelTest{m_loop, m_defaults, m_levelTestEngine};
     FfmpegAudioCodec m_codec;
+    ProcessFolder m_recordings;
     AudioRecorder m_recorder;
     PulseSoundPlayer m_player;
     SoundCue m_sounds{m_settings, m_player};

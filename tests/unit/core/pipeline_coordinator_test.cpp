@@ -434,7 +434,7 @@ TEST_F(PipelineCoordinatorTest, StopWhileIdle_DoesNothing) {
 
 TEST_F(PipelineCoordinatorTest, CoordinatorGoneWhileTheReplyStreams_TouchesNothingAndDeletesTheFile) {
     FakeDictateService otherServer;
-    AudioRecorder otherRecorder(loop, defaults, engine, codec, folder.path());
+    AudioRecorder otherRecorder(loop, defaults, engine, codec, recordings);
     auto other = std::make_unique<PipelineCoordinator>(PipelineCoordinator::Neighbours{
         loop, otherRecorder, settings, history, otherServer, account, injector, sounds, workspace});
     other->startRecording();
