@@ -22,13 +22,16 @@ public:
         deliver([&] { return m_converter->convert(buffer); });
     }
 
-    /// Writes what the converter still holds.
+    /// Writes what the converter still holds and completes the file. Throws Error when not all of it was
+    /// kept.
     void finish() {
         deliver([&] { return m_converter->flush(); });
+        m_file->finish();
     }
 
 private:
-    // Nobody could act on a failure here: what it concerns is lost and the recording goes on.
+    // Nobody could act on a failure here: what it concerns is lost and the recording goes on. Of what the
+    // disk refuses, the end of the file tells.
     template<typename Convert>
     void deliver(const Convert& convert) {
         std::vector<float> samples;
@@ -133,7 +136,12 @@ void AudioRecorder::stop() {
     m_engine.removeTap();
     m_engine.stop();
     m_lastDuration = m_startedAt ? std::chrono::duration<double>(m_loop.now() - *m_startedAt).count() : 0;
-    m_capture->finish();
+    try {
+        m_capture->finish();
+        m_lastLoss.reset();
+    } catch (const Error& error) {
+        m_lastLoss = error.localizedDescription();
+    }
     m_capture.reset();
     m_isRecording = false;
     Q_EMIT isRecordingChanged();

@@ -33,6 +33,10 @@ public:
     /// Time between start and stop of the last recording, seconds.
     [[nodiscard]] double lastDuration() const { return m_lastDuration; }
 
+    /// Why not all of the last recording is in its file, for the user. When nothing of it could be kept,
+    /// there is no file.
+    [[nodiscard]] const std::optional<QString>& lastLoss() const { return m_lastLoss; }
+
     [[nodiscard]] MicrophoneAuthorization authorization() const { return m_engine.authorization(); }
     Task<bool> requestAccess() { return m_engine.requestAccess(); }
     [[nodiscard]] std::vector<AudioInput> availableInputs() const { return m_engine.availableInputs(); }
@@ -65,6 +69,7 @@ private:
     std::optional<MainLoop::TimePoint> m_startedAt;
     std::optional<QString> m_lastFileURL;
     double m_lastDuration = 0;
+    std::optional<QString> m_lastLoss;
     bool m_isRecording = false;
 };
 

@@ -2,6 +2,7 @@
 #include "foundation/life_claim.h"
 #include "foundation/log.h"
 #include "foundation/private_file.h"
+#include "support/file_size_limit.h"
 #include "support/other_process.h"
 
 #include <QDir>
@@ -10,7 +11,6 @@
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
-#include <sys/resource.h>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -44,18 +44,12 @@ TEST_F(PrivateFileTest, Replace_LeavesTheFileAloneInItsFolder) {
     EXPECT_EQ(names(), QStringList{QStringLiteral("history.json")});
 }
 
-// A limit on the size of files stands in for a full disk: both let a write begin and refuse the rest.
 TEST_F(PrivateFileTest, Replace_DiskFull_KeepsTheOldFileAndLeavesNothingBeside) {
     ASSERT_TRUE(replacePrivateFile(path, "old"));
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{.rlim_cur = 1000, .rlim_max = before.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const bool replaced = replacePrivateFile(path, QByteArray(5000, 'x'));
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_FALSE(replaced);
+    {
+        const FileSizeLimit full(1000);
+        EXPECT_FALSE(replacePrivateFile(path, QByteArray(5000, 'x')));
+    }
     EXPECT_EQ(contentOf(path), QByteArray("old"));
     EXPECT_EQ(names(), QStringList{QStringLiteral("history.json")});
 }
