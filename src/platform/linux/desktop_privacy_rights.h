@@ -1,10 +1,8 @@
 #pragma once
 
-#include "foundation/main_loop.h"
+#include "foundation/worker.h"
 #include "platform/privacy_rights.h"
 #include "platform/workspace.h"
-
-#include <QThreadPool>
 
 namespace velmora {
 
@@ -33,7 +31,7 @@ private:
     PulseConnection& m_connection;
     PulseDevices& m_devices;
     Workspace& m_workspace;
-    QThreadPool m_worker; // the last to come: its end waits for a question that is under way
+    ThreadWorker m_worker; // the last to come: its end waits for a question that is under way
 };
 
 } // namespace velmora
