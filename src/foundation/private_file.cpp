@@ -12,23 +12,47 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 
 namespace velmora {
 namespace {
 
-/// A new file beside `path`, of mode 600, in which nobody sees a leftover while this process writes it.
-struct Unfinished {
+/// Six letters and digits behind the name; a word that somebody has put there, as in "history.json.backup",
+/// is not one of ours.
+QRegularExpression unfinishedName(const QString& path) {
+    return QRegularExpression(QStringLiteral("^%1\\.(?=.*[A-Z0-9])[A-Za-z0-9]{6}$")
+                                  .arg(QRegularExpression::escape(QFileInfo(path).fileName())));
+}
+
+/// A new file beside `path`, of mode 600, which nobody takes for a leftover while this process lives.
+class Unfinished {
+public:
     explicit Unfinished(const QString& path) {
-        do {
-            name = QFile::encodeName(path) + ".XXXXXX";
-            file = Descriptor(::mkostemp(name.data(), O_CLOEXEC));
-        } while (file.isOpen() && !claimForLife(file.get(), QFile::decodeName(name)));
+        const QRegularExpression ours = unfinishedName(path);
+        while (make(path) && (!ours.match(QFileInfo(this->path()).fileName()).hasMatch() ||
+                              !claimForLife(descriptor(), this->path())))
+            remove();
     }
 
-    QByteArray name;
-    Descriptor file;
+    [[nodiscard]] bool isOpen() const { return m_file.isOpen(); }
+    [[nodiscard]] int descriptor() const { return m_file.get(); }
+    [[nodiscard]] bool moveTo(const QString& path) const {
+        return std::rename(m_name.constData(), QFile::encodeName(path).constData()) == 0;
+    }
+    void remove() const { ::unlink(m_name.constData()); }
+
+private:
+    [[nodiscard]] bool make(const QString& path) {
+        m_name = QFile::encodeName(path) + ".XXXXXX";
+        m_file = Descriptor(::mkostemp(m_name.data(), O_CLOEXEC));
+        return isOpen();
+    }
+    [[nodiscard]] QString path() const { return QFile::decodeName(m_name); }
+
+    QByteArray m_name;
+    Descriptor m_file;
 };
 
 bool writeAll(int descriptor, QByteArrayView bytes) {
@@ -39,13 +63,6 @@ bool writeAll(int descriptor, QByteArrayView bytes) {
         bytes = bytes.sliced(std::max<ssize_t>(written, 0));
     }
     return ::fsync(descriptor) == 0;
-}
-
-/// Six letters and digits behind the name; a word that somebody has put there, as in "history.json.backup",
-/// is not one of ours.
-QRegularExpression unfinishedName(const QString& fileName) {
-    return QRegularExpression(
-        QStringLiteral("^%1\\.(?=.*[A-Z0-9])[A-Za-z0-9]{6}$").arg(QRegularExpression::escape(fileName)));
 }
 
 } // namespace
@@ -59,19 +76,17 @@ bool makePrivateFolder(const QString& path) {
 bool replacePrivateFile(const QString& path, const QByteArray& bytes) {
     // Not QSaveFile: its file is readable by all between its making and a change of its mode.
     const Unfinished unfinished(path);
-    if (!unfinished.file.isOpen())
+    if (!unfinished.isOpen())
         return false;
-    if (writeAll(unfinished.file.get(), bytes) &&
-        std::rename(unfinished.name.constData(), QFile::encodeName(path).constData()) == 0)
+    if (writeAll(unfinished.descriptor(), bytes) && unfinished.moveTo(path))
         return true;
-    ::unlink(unfinished.name.constData());
+    unfinished.remove();
     return false;
 }
 
 void removeUnfinished(const QString& path) {
-    const QFileInfo file(path);
-    const QRegularExpression unfinished = unfinishedName(file.fileName());
-    const QDir folder = file.dir();
+    const QRegularExpression unfinished = unfinishedName(path);
+    const QDir folder = QFileInfo(path).dir();
     for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden | QDir::NoSymLinks)) {
         if (!unfinished.match(name).hasMatch())
             continue;

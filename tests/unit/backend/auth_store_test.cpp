@@ -81,6 +81,8 @@ TEST_F(AuthStoreTest, ProgramKilledInTheMiddleOfASave_KeepsTheTokensThatWereTher
         EXPECT_TRUE(test::killAtByte(bytes, [&] { store.save(QString(100, u'x'), QString(100, u'y')); }))
             << bytes;
         EXPECT_EQ(AuthStore(folder, defaults).tokens(), pair) << bytes;
+        EXPECT_EQ(QDir(folder).entryList(QDir::Files | QDir::Hidden),
+                  QStringList{QStringLiteral("auth-tokens.json")});
     }
 }
 
