@@ -14,6 +14,7 @@ const QString authStateKey = QStringLiteral("pendingAuthState");
 const QString asanaStateKey = QStringLiteral("pendingAsanaState");
 const QString googleDriveStateKey = QStringLiteral("pendingGoogleDriveState");
 
+/// None for a file that can't be read.
 std::optional<Tokens> readTokens(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
@@ -31,7 +32,9 @@ AuthStore::AuthStore(QString folder, UserDefaults& defaults, QObject* parent)
     : QObject(parent)
     , m_folder(std::move(folder))
     , m_defaults(defaults)
-    , m_tokens(readTokens(filePath())) {}
+    , m_tokens(readTokens(filePath())) {
+    removeUnfinished(filePath());
+}
 
 QString AuthStore::filePath() const {
     makePrivateFolder(m_folder);
@@ -40,6 +43,8 @@ QString AuthStore::filePath() const {
 
 void AuthStore::save(const QString& accessToken, const QString& refreshToken) {
     const Tokens tokens{accessToken, refreshToken};
+    if (QFile::exists(filePath()) && !readTokens(filePath()))
+        keepDamaged("sign-in", filePath());
     (void)replacePrivateFile(filePath(), backendCoder.encode(tokens));
     adopt(tokens);
 }

@@ -14,7 +14,8 @@ class AuthStore : public QObject {
     Q_OBJECT
 
 public:
-    /// Reads "auth-tokens.json" in `folder`. A file that can't be read means signed out, and stays as it is.
+    /// Reads "auth-tokens.json" in `folder`. A file that can't be read means signed out; the next
+    /// sign-in sets it aside with ".damaged" at its name.
     AuthStore(QString folder, UserDefaults& defaults, QObject* parent = nullptr);
 
     [[nodiscard]] const std::optional<Tokens>& tokens() const { return m_tokens; }

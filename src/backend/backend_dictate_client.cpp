@@ -6,6 +6,7 @@
 #include "backend/dictate_client_error.h"
 #include "backend/dictate_event_decoder.h"
 #include "backend/dictation_form.h"
+#include "foundation/worker.h"
 
 namespace velmora {
 namespace {
@@ -76,9 +77,12 @@ Task<> consumeSSE(AsyncStream<QByteArray> body, Producer& events) {
 
 } // namespace
 
-BackendDictateClient::BackendDictateClient(HttpTransport& transport, AuthSession& session)
+BackendDictateClient::BackendDictateClient(HttpTransport& transport, AuthSession& session, MainLoop& loop,
+                                           Worker& reader)
     : m_transport(transport)
-    , m_session(session) {}
+    , m_session(session)
+    , m_loop(loop)
+    , m_reader(reader) {}
 
 AsyncStream<DictateEvent> BackendDictateClient::dictate(QString audioFile, QString mimeType) {
     auto [stream, events] = AsyncStream<DictateEvent>::make();
@@ -91,7 +95,11 @@ Task<> BackendDictateClient::run(Producer events, QString audioFile, QString mim
     const EitherStop stop(m_scope.token(), events.stopToken());
     std::exception_ptr failure;
     try {
-        DictationForm form(audioFile, mimeType);
+        // With a name: GCC 12 destroys a temporary with captures twice in an awaited expression.
+        const auto read = [audioFile, mimeType] { return DictationForm(audioFile, mimeType); };
+        DictationForm form = co_await m_reader.run(m_loop, read);
+        if (stop.token().stop_requested())
+            co_return;
         for (bool retried = false;; retried = true) {
             OpenHttpReply reply = co_await m_transport.open(buildRequest(form), stop.token());
             if (reply.status == 0)

@@ -8,11 +8,15 @@ namespace velmora {
 class AuthSession;
 class DictationForm;
 class HttpTransport;
+class MainLoop;
+class Worker;
 
 /// Posts a recording in one request and passes on the events of the reply as they arrive.
 class BackendDictateClient final : public DictateService {
 public:
-    BackendDictateClient(HttpTransport& transport, AuthSession& session);
+    /// Dictations have a transport of their own, so that no other request holds one up. Files are read by
+    /// `reader`.
+    BackendDictateClient(HttpTransport& transport, AuthSession& session, MainLoop& loop, Worker& reader);
 
     /// The stream fails with BackendError, TransportError, DictateClientError, or the file's error.
     [[nodiscard]] AsyncStream<DictateEvent> dictate(QString audioFile,
@@ -26,6 +30,8 @@ private:
 
     HttpTransport& m_transport;
     AuthSession& m_session;
+    MainLoop& m_loop;
+    Worker& m_reader;
     TaskScope m_scope;
 };
 

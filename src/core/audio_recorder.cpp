@@ -4,7 +4,6 @@
 #include "core/level_meter.h"
 #include "core/pcm16.h"
 
-#include <QDir>
 #include <QFile>
 #include <QPointer>
 
@@ -23,13 +22,16 @@ public:
         deliver([&] { return m_converter->convert(buffer); });
     }
 
-    /// Writes what the converter still holds.
+    /// Writes what the converter still holds and completes the file. Throws Error when not all of it was
+    /// kept.
     void finish() {
         deliver([&] { return m_converter->flush(); });
+        m_file->finish();
     }
 
 private:
-    // Nobody could act on a failure here: what it concerns is lost and the recording goes on.
+    // Nobody could act on a failure here: what it concerns is lost and the recording goes on. Of what the
+    // disk refuses, the end of the file tells.
     template<typename Convert>
     void deliver(const Convert& convert) {
         std::vector<float> samples;
@@ -56,13 +58,13 @@ private:
 };
 
 AudioRecorder::AudioRecorder(MainLoop& loop, const UserDefaults& defaults, AudioEngine& engine,
-                             AudioCodec& codec, QString temporaryFolder, QObject* parent)
+                             AudioCodec& codec, ProcessFolder& recordings, QObject* parent)
     : LevelSource(parent)
     , m_loop(loop)
     , m_defaults(defaults)
     , m_engine(engine)
     , m_codec(codec)
-    , m_temporaryFolder(std::move(temporaryFolder)) {}
+    , m_recordings(recordings) {}
 
 // A recording that nobody stopped is lost, with its file.
 AudioRecorder::~AudioRecorder() {
@@ -77,7 +79,7 @@ QString AudioRecorder::start() {
     if (m_isRecording)
         return m_lastFileURL.value_or(QString());
     const auto seconds = std::chrono::floor<std::chrono::seconds>(m_loop.date()).time_since_epoch().count();
-    const QString path = QStringLiteral("%1/velmora-%2.m4a").arg(m_temporaryFolder).arg(seconds);
+    const QString path = QStringLiteral("%1/velmora-%2.m4a").arg(m_recordings.path()).arg(seconds);
     m_lastFileURL = path;
     startEngine(path);
     return path;
@@ -134,18 +136,16 @@ void AudioRecorder::stop() {
     m_engine.removeTap();
     m_engine.stop();
     m_lastDuration = m_startedAt ? std::chrono::duration<double>(m_loop.now() - *m_startedAt).count() : 0;
-    m_capture->finish();
+    try {
+        m_capture->finish();
+        m_lastLoss.reset();
+    } catch (const Error& error) {
+        m_lastLoss = error.localizedDescription();
+    }
     m_capture.reset();
     m_isRecording = false;
     Q_EMIT isRecordingChanged();
     clearLevels();
-}
-
-void AudioRecorder::removeLeftovers() const {
-    QDir folder(m_temporaryFolder);
-    const QStringList names{QStringLiteral("velmora-*.m4a"), QStringLiteral(".velmora-*.part")};
-    for (const QString& name : folder.entryList(names, QDir::Files | QDir::Hidden))
-        folder.remove(name);
 }
 
 void AudioRecorder::prewarm() {

@@ -2,6 +2,7 @@
 
 #include "core/level_source.h"
 #include "foundation/main_loop.h"
+#include "foundation/process_folder.h"
 #include "foundation/user_defaults.h"
 #include "platform/audio_engine.h"
 #include "platform/audio_file.h"
@@ -19,9 +20,8 @@ public:
 
     static constexpr AudioFormat targetFormat{16000, 1};
 
-    /// Recordings go into `temporaryFolder`, which must exist.
     AudioRecorder(MainLoop& loop, const UserDefaults& defaults, AudioEngine& engine, AudioCodec& codec,
-                  QString temporaryFolder, QObject* parent = nullptr);
+                  ProcessFolder& recordings, QObject* parent = nullptr);
     ~AudioRecorder() override;
 
     /// 16-bit PCM of what is recorded, called on the audio thread with each buffer. Set it before start().
@@ -33,6 +33,10 @@ public:
     /// Time between start and stop of the last recording, seconds.
     [[nodiscard]] double lastDuration() const { return m_lastDuration; }
 
+    /// Why not all of the last recording is in its file, for the user. When nothing of it could be kept,
+    /// there is no file.
+    [[nodiscard]] const std::optional<QString>& lastLoss() const { return m_lastLoss; }
+
     [[nodiscard]] MicrophoneAuthorization authorization() const { return m_engine.authorization(); }
     Task<bool> requestAccess() { return m_engine.requestAccess(); }
     [[nodiscard]] std::vector<AudioInput> availableInputs() const { return m_engine.availableInputs(); }
@@ -41,8 +45,8 @@ public:
     /// Error.
     QString start();
     void stop();
-    /// Deletes recordings that a killed process has left.
-    void removeLeftovers() const;
+    /// Deletes recordings that killed processes have left.
+    void removeLeftovers() const { m_recordings.removeAbandoned(); }
     /// Makes the next start quick; records nothing and never fails.
     void prewarm();
 
@@ -60,11 +64,12 @@ private:
     const UserDefaults& m_defaults;
     AudioEngine& m_engine;
     AudioCodec& m_codec;
-    const QString m_temporaryFolder;
+    ProcessFolder& m_recordings;
     std::shared_ptr<Capture> m_capture; // shared with the engine's tap
     std::optional<MainLoop::TimePoint> m_startedAt;
     std::optional<QString> m_lastFileURL;
     double m_lastDuration = 0;
+    std::optional<QString> m_lastLoss;
     bool m_isRecording = false;
 };
 

@@ -10,20 +10,29 @@ namespace {
 
 constexpr json::Coder coder(json::DateForm::ReferenceSeconds);
 
+/// The items of the file, none when it isn't there. Absent when it can't be read.
+std::optional<std::vector<HistoryItem>> readItems(const QString& path) {
+    QFile file(path);
+    if (!file.exists())
+        return std::vector<HistoryItem>();
+    try {
+        if (file.open(QIODevice::ReadOnly))
+            return coder.decode<std::vector<HistoryItem>>(file.readAll());
+    } catch (const json::DecodingError&) {
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 HistoryStore::HistoryStore(const QString& folder, QObject* parent)
     : QObject(parent)
     , m_path(folder + QStringLiteral("/history.json")) {
     makePrivateFolder(folder);
-    QFile file(m_path);
-    if (!file.open(QIODevice::ReadOnly))
-        return;
-    try {
-        m_items = coder.decode<std::vector<HistoryItem>>(file.readAll());
-    } catch (const json::DecodingError&) {
-        m_items.clear();
-    }
+    removeUnfinished(m_path);
+    std::optional<std::vector<HistoryItem>> stored = readItems(m_path);
+    m_isDamaged = !stored;
+    m_items = std::move(stored).value_or(std::vector<HistoryItem>());
 }
 
 void HistoryStore::add(const HistoryItem& item) {
@@ -42,7 +51,10 @@ void HistoryStore::remove(const QUuid& id) {
 }
 
 // A failed write is dropped: the list in memory stays right, and the next change writes all of it again.
-void HistoryStore::save() const {
+void HistoryStore::save() {
+    // Another session may have mended it meanwhile.
+    if (std::exchange(m_isDamaged, false) && !readItems(m_path))
+        keepDamaged("history", m_path);
     (void)replacePrivateFile(m_path, coder.encode(m_items, QJsonDocument::Indented));
 }
 

@@ -16,7 +16,7 @@ public:
     static constexpr std::size_t maxItems = 200;
 
     /// Reads "history.json" in `folder`, which is made if needed. A file that can't be read gives an empty
-    /// list, and is lost at the next change.
+    /// list, and is set aside with ".damaged" at its name at the next change.
     explicit HistoryStore(const QString& folder, QObject* parent = nullptr);
 
     [[nodiscard]] const std::vector<HistoryItem>& items() const { return m_items; }
@@ -28,9 +28,10 @@ Q_SIGNALS:
     void itemsChanged();
 
 private:
-    void save() const;
+    void save();
 
     QString m_path;
+    bool m_isDamaged; // the file, until it is written again
     std::vector<HistoryItem> m_items;
 };
 

@@ -118,14 +118,19 @@ void PipelineCoordinator::finishLegacyRecording() {
         fail(QStringLiteral("Слишком коротко — удерживайте клавишу дольше"));
         return;
     }
+    const std::optional<QString>& loss = m_recorder.lastLoss();
+    if (loss && !QFile::exists(path)) {
+        fail(QStringLiteral("Запись не сохранена: ") + *loss);
+        return;
+    }
     m_tasks.start(QStringLiteral("dictation"),
-                  runLegacyPipeline(path, m_recorder.lastDuration(), m_tasks.token()));
+                  runLegacyPipeline({path, m_recorder.lastDuration(), loss}, m_tasks.token()));
 }
 
-Task<> PipelineCoordinator::runLegacyPipeline(QString path, double duration, std::stop_token stop) {
+Task<> PipelineCoordinator::runLegacyPipeline(Recording recording, std::stop_token stop) {
     bool completed = false;
     try {
-        completed = co_await dictateAndPaste(path, duration, stop);
+        completed = co_await dictateAndPaste(recording, stop);
     } catch (...) {
         // An open paste session stays open: the user's clipboard is kept for the next dictation that
         // succeeds.
@@ -133,10 +138,10 @@ Task<> PipelineCoordinator::runLegacyPipeline(QString path, double duration, std
             fail(QStringLiteral("Ошибка: ") + describe(std::current_exception()));
     }
     if (!completed)
-        QFile::remove(path);
+        QFile::remove(recording.path);
 }
 
-Task<bool> PipelineCoordinator::dictateAndPaste(QString path, double duration, std::stop_token stop) {
+Task<bool> PipelineCoordinator::dictateAndPaste(Recording recording, std::stop_token stop) {
     if (!m_account.isLoggedIn()) {
         fail(QStringLiteral("Войдите в аккаунт в настройках"));
         co_return false;
@@ -153,7 +158,7 @@ Task<bool> PipelineCoordinator::dictateAndPaste(QString path, double duration, s
         if (!std::exchange(cleaningShown, true))
             setState(pipeline_state::Cleaning{});
     };
-    AsyncStream<DictateEvent> events = m_dictation.dictate(path);
+    AsyncStream<DictateEvent> events = m_dictation.dictate(recording.path);
     while (const std::optional<DictateEvent> event = co_await events.next()) {
         if (stop.stop_requested())
             co_return false;
@@ -178,12 +183,12 @@ Task<bool> PipelineCoordinator::dictateAndPaste(QString path, double duration, s
         failEmpty();
         co_return false;
     }
-    complete(path, finalText, streamed, duration);
+    complete(recording, finalText, streamed);
     co_return true;
 }
 
-void PipelineCoordinator::complete(const QString& path, const QString& finalText,
-                                   const std::optional<QString>& streamed, double duration) {
+void PipelineCoordinator::complete(const Recording& recording, const QString& finalText,
+                                   const std::optional<QString>& streamed) {
     const RunningApplication frontApp = m_workspace.frontmostApplication().value_or(RunningApplication{});
     if (streamed) {
         pasteResidual(finalText, *streamed);
@@ -193,7 +198,7 @@ void PipelineCoordinator::complete(const QString& path, const QString& finalText
     }
     m_sounds.playTranscriptionReady();
     const HistoryItem item{.date = m_loop.date(),
-                           .durationSec = duration,
+                           .durationSec = recording.duration,
                            .rawText = finalText,
                            .cleanedText = finalText,
                            .appName = frontApp.localizedName,
@@ -201,8 +206,11 @@ void PipelineCoordinator::complete(const QString& path, const QString& finalText
     m_history.add(item);
     m_lastResult = item;
     Q_EMIT lastResultChanged();
-    QFile::remove(path);
-    setState(pipeline_state::Idle{});
+    QFile::remove(recording.path);
+    if (recording.loss)
+        fail(QStringLiteral("Записано не всё: ") + *recording.loss);
+    else
+        setState(pipeline_state::Idle{});
     m_tasks.start(QStringLiteral("account refresh"), m_account.refreshMe());
 }
 

@@ -53,16 +53,22 @@ Q_SIGNALS:
     void lastResultChanged();
 
 private:
+    struct Recording {
+        QString path;
+        double duration;             ///< seconds
+        std::optional<QString> loss; ///< why some of it is missing
+    };
+
     void startLegacyMode();
     void tick();
     void stopLegacyAndProcess();
     void finishLegacyRecording();
     Task<> askForMicrophone(std::stop_token stop);
-    Task<> runLegacyPipeline(QString path, double duration, std::stop_token stop);
+    Task<> runLegacyPipeline(Recording recording, std::stop_token stop);
     /// Whether it came to its good end, with the file deleted.
-    Task<bool> dictateAndPaste(QString path, double duration, std::stop_token stop);
-    void complete(const QString& path, const QString& finalText, const std::optional<QString>& streamed,
-                  double duration);
+    Task<bool> dictateAndPaste(Recording recording, std::stop_token stop);
+    void complete(const Recording& recording, const QString& finalText,
+                  const std::optional<QString>& streamed);
     void pasteResidual(const QString& finalText, const QString& streamed);
     void failEmpty();
     void fail(const QString& message);

@@ -67,7 +67,7 @@ Date ValueCoder<Date>::decode(const QJsonValue& json, DateForm dates) {
     const QString text = ValueCoder<QString>::decode(json, dates);
     const std::optional<Date> date = parseISO8601(text);
     if (!date)
-        throw DecodingError(QStringLiteral("Cannot parse date: ") + text);
+        throw DateError(text);
     return *date;
 }
 

@@ -31,6 +31,13 @@ public:
 /// None when the value is no number, has a fraction or is out of range.
 [[nodiscard]] std::optional<qint64> wholeNumber(const QJsonValue& json);
 
+/// A string that is no date. Its text is fixed and names the string, not the key.
+class DateError final : public DecodingError {
+public:
+    explicit DateError(const QString& text)
+        : DecodingError(QStringLiteral("Cannot parse date: ") + text) {}
+};
+
 [[noreturn]] void failExpecting(const char* what);
 
 /// ValueCoder<T>::encode(value, dates) gives a QJsonValue, decode(json, dates) a T or throws DecodingError.
@@ -164,6 +171,8 @@ struct ValueCoder<T> {
             try {
                 using Value = typename Unwrapped<Member>::type;
                 record.*field.member = ValueCoder<Value>::decode(value, dates);
+            } catch (const DateError&) {
+                throw;
             } catch (const DecodingError& error) {
                 throw DecodingError(QLatin1String(field.key) + QStringLiteral(": ") +
                                     error.localizedDescription());

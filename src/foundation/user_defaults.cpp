@@ -16,6 +16,15 @@ namespace {
 
 constexpr int lockTimeoutMs = 2000;
 
+/// Held by the one process that writes the file.
+class WriteLock : public QLockFile {
+public:
+    explicit WriteLock(const QString& path)
+        : QLockFile(path + QStringLiteral(".lock")) {
+        setStaleLockTime(0); // by process id alone: a slow disk is no reason to break in
+    }
+};
+
 /// The object in the file, an empty one when there is no file, none when it holds something else.
 std::optional<QJsonObject> readObject(const QString& path) {
     QFile file(path);
@@ -37,12 +46,20 @@ UserDefaults::UserDefaults(QString path, QObject* parent)
     , m_values(readObject(m_path).value_or(QJsonObject())) {
     const QString folder = QFileInfo(m_path).path();
     makePrivateFolder(folder);
+    clearUp();
     // Atomic writes replace the file, which only the folder's watch sees; editors that write in place, only
     // the file's.
     m_watcher.addPath(folder);
     watchFile();
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &UserDefaults::reload);
     connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &UserDefaults::reload);
+}
+
+// Who writes holds the lock.
+void UserDefaults::clearUp() const {
+    WriteLock lock(m_path);
+    if (lock.tryLock(0))
+        removeUnfinished(m_path);
 }
 
 bool UserDefaults::contains(const QString& key) const {
@@ -74,17 +91,13 @@ QJsonValue UserDefaults::value(const QString& key) const {
 }
 
 void UserDefaults::write(const QString& key, const QJsonValue& newValue) {
-    QLockFile lock(m_path + QStringLiteral(".lock"));
-    lock.setStaleLockTime(0); // by process id alone: a slow disk is no reason to break in
+    WriteLock lock(m_path);
     if (!lock.tryLock(lockTimeoutMs))
         log(QStringLiteral("[Velmora] defaults: no lock on %1, writing anyway").arg(m_path));
 
     std::optional<QJsonObject> stored = readObject(m_path);
     if (!stored) {
-        const QString aside = m_path + QStringLiteral(".damaged");
-        QFile::remove(aside);
-        QFile::rename(m_path, aside);
-        log(QStringLiteral("[Velmora] defaults: %1 is not readable, kept as %2").arg(m_path, aside));
+        keepDamaged("defaults", m_path);
         const QMutexLocker guard(&m_mutex);
         stored = m_values;
     }

@@ -47,6 +47,7 @@ private:
     void adopt(const QJsonObject& values);
     void reload();
     void watchFile();
+    void clearUp() const;
 
     const QString m_path;
     mutable QMutex m_mutex; // guards m_values

@@ -18,13 +18,16 @@ struct AudioFileSettings {
     std::optional<int> quality = {}; ///< 0 to 127, 96 is "high"
 };
 
-/// An audio file being written; destruction finishes it. Used from one thread at a time.
+/// An audio file being written; destruction finishes it if that wasn't done. Used from one thread at a time.
 class AudioFile {
 public:
     virtual ~AudioFile() = default;
 
     /// Interleaved samples in the file's format. Throws Error when the disk refuses them.
     virtual void write(std::span<const float> samples) = 0;
+    /// Completes the file. Throws Error when the disk has refused some of it, now or before; what it took
+    /// stays as a readable file, and nothing when there is no sound in that.
+    virtual void finish() = 0;
 };
 
 /// Converts a stream of buffers to another rate, averaging the channels to one first. Keeps what the filter

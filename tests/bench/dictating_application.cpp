@@ -25,8 +25,9 @@ DictatingApplication::DictatingApplication(quint16 backendPort)
           .supportFolder = m_folder.path(),
           .defaultsPath = defaultsOf(m_folder),
           .makeEngine =
-              [this](PulseConnection& pulse) {
-                  auto engine = std::make_unique<TimedAudioEngine>(std::make_unique<PulseAudioEngine>(pulse));
+              [this](PulseConnection& pulse, PulseDevices& devices) {
+                  auto engine =
+                      std::make_unique<TimedAudioEngine>(std::make_unique<PulseAudioEngine>(pulse, &devices));
                   m_engine = engine.get();
                   return engine;
               },

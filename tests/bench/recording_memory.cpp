@@ -51,7 +51,8 @@ int recordTenMinutes() {
     test::FakeAudioEngine engine;
     engine.format = format;
     FfmpegAudioCodec codec;
-    AudioRecorder recorder(loop, defaults, engine, codec, folder.path());
+    ProcessFolder recordings(folder.path(), QStringLiteral("recordings"));
+    AudioRecorder recorder(loop, defaults, engine, codec, recordings);
     const std::vector<std::vector<float>> noise = makeSecondOfNoise();
 
     // The encoder of the first recording stays loaded; that isn't what a long recording costs.

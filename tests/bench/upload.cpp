@@ -46,7 +46,7 @@ public:
             test::createAccount(page, QStringLiteral("me@example.org"), QStringLiteral("correct horse")));
         m_store.save(callback.item(QStringLiteral("token")), callback.item(QStringLiteral("refresh")));
         m_session.emplace(m_transport, m_store, m_loop, QUrl(m_url, QUrl::StrictMode));
-        m_client.emplace(m_transport, *m_session);
+        m_client.emplace(m_transport, *m_session, m_loop, m_reader);
     }
 
     /// The time until the server has refused the file, in milliseconds.
@@ -99,6 +99,7 @@ private:
     UserDefaults m_defaults{m_folder.filePath(QStringLiteral("defaults.json"))};
     AuthStore m_store{m_folder.path(), m_defaults};
     QtHttpTransport m_transport{m_loop};
+    ThreadWorker m_reader;
     std::optional<AuthSession> m_session;
     std::optional<BackendDictateClient> m_client;
 };

@@ -39,7 +39,8 @@ public:
     AppSettings settings{defaults};
     FakeAudioEngine engine;
     FakeAudioCodec codec;
-    AudioRecorder recorder{loop, defaults, engine, codec, folder.path()};
+    ProcessFolder recordings{folder.path(), QStringLiteral("recordings")};
+    AudioRecorder recorder{loop, defaults, engine, codec, recordings};
     HistoryStore history{folder.filePath(QStringLiteral("Velmora"))};
     FakeDictateService server;
     FakeAccountSession account;

@@ -82,7 +82,7 @@ public:
         if (!file.open(QIODevice::WriteOnly))
             throw PlainError(file.errorString());
         ++openFiles;
-        return std::make_unique<File>(*this);
+        return std::make_unique<File>(*this, path);
     }
     [[nodiscard]] std::unique_ptr<AudioConverter> makeMonoConverter(const AudioFormat& from,
                                                                     double) override {
@@ -97,12 +97,14 @@ public:
     AudioFormat convertedFrom;
     bool conversionFails = false;
     bool writingFails = false;
+    std::optional<QString> loss; ///< what a file says at its end
 
 private:
     class File final : public AudioFile {
     public:
-        explicit File(FakeAudioCodec& codec)
-            : m_codec(codec) {}
+        File(FakeAudioCodec& codec, QString path)
+            : m_codec(codec)
+            , m_path(std::move(path)) {}
         ~File() override { --m_codec.openFiles; }
         File(const File&) = delete;
         File& operator=(const File&) = delete;
@@ -111,9 +113,17 @@ private:
                 throw PlainError(QStringLiteral("disk full"));
             m_codec.written.insert(m_codec.written.end(), samples.begin(), samples.end());
         }
+        void finish() override {
+            if (!m_codec.loss)
+                return;
+            if (m_codec.written.empty())
+                QFile::remove(m_path);
+            throw PlainError(*m_codec.loss);
+        }
 
     private:
         FakeAudioCodec& m_codec;
+        const QString m_path;
     };
 
     class Converter final : public AudioConverter {

@@ -11,7 +11,7 @@ namespace velmora {
 namespace {
 
 // The user's own runtime folder where there is one: recordings are nobody else's business.
-QString recordingsFolder() {
+QString recordingsLocation() {
     const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     return runtime.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::TempLocation) : runtime;
 }
@@ -26,9 +26,10 @@ Application::Application(const Setup& setup)
     , m_defaults(setup.defaultsPath)
     , m_history(setup.supportFolder)
     , m_authStore(setup.supportFolder, m_defaults)
-    , m_session(m_transport, m_authStore, m_loop, backendURL(m_info))
-    , m_engine(setup.makeEngine(m_pulse))
-    , m_recorder(m_loop, m_defaults, *m_engine, m_codec, recordingsFolder())
+    , m_session(m_sessionTransport, m_authStore, m_loop, backendURL(m_info))
+    , m_engine(setup.makeEngine(m_pulse, m_devices))
+    , m_recordings(recordingsLocation(), QStringLiteral("velmora-recordings"))
+    , m_recorder(m_loop, m_defaults, *m_engine, m_codec, m_recordings)
     , m_player(m_pulse, resourcePath(QStringLiteral("sounds")))
     , m_pasteQueue(
           X11PasteQueue::open(m_loop, {.keeper = helperPath(QStringLiteral("velmora-clipboard-keeper"))}))

@@ -12,8 +12,10 @@
 #include "core/screen_recording_permission_monitor.h"
 #include "core/undelivered_text.h"
 #include "foundation/info_dictionary.h"
+#include "foundation/process_folder.h"
 #include "foundation/qt_main_loop.h"
 #include "foundation/user_folders.h"
+#include "foundation/worker.h"
 #include "platform/linux/desktop_color_scheme.h"
 #include "platform/linux/desktop_notifications.h"
 #include "platform/linux/desktop_privacy_rights.h"
@@ -45,8 +47,10 @@ public:
         InfoDictionary info = InfoDictionary::load();
         QString supportFolder = applicationSupportFolder();
         QString defaultsPath = velmora::defaultsPath();
-        std::function<std::unique_ptr<AudioEngine>(PulseConnection&)> makeEngine =
-            [](PulseConnection& pulse) { return std::make_unique<PulseAudioEngine>(pulse); };
+        std::function<std::unique_ptr<AudioEngine>(PulseConnection&, PulseDevices&)> makeEngine =
+            [](PulseConnection& pulse, PulseDevices& devices) {
+                return std::make_unique<PulseAudioEngine>(pulse, &devices);
+            };
     };
 
     Application();
@@ -71,15 +75,19 @@ private:
     HistoryStore m_history;
 
     AuthStore m_authStore;
-    QtHttpTransport m_transport{m_loop};
+    QtHttpTransport m_sessionTransport{m_loop};
     AuthSession m_session;
-    BackendDictateClient m_dictation{m_transport, m_session};
+    QtHttpTransport m_dictationTransport{m_loop};
+    ThreadWorker m_recordingReader;
+    BackendDictateClient m_dictation{m_dictationTransport, m_session, m_loop, m_recordingReader};
 
     PulseConnection m_pulse;
+    PulseDevices m_devices{m_pulse};
     std::unique_ptr<AudioEngine> m_engine;
-    PulseAudioEngine m_levelTestEngine{m_pulse};
+    PulseAudioEngine m_levelTestEngine{m_pulse, &m_devices};
     LevelTest m_levelTest{m_loop, m_defaults, m_levelTestEngine};
     FfmpegAudioCodec m_codec;
+    ProcessFolder m_recordings;
     AudioRecorder m_recorder;
     PulseSoundPlayer m_player;
     SoundCue m_sounds{m_settings, m_player};
@@ -92,7 +100,6 @@ private:
     X11EventTapFactory m_taps;
     X11KeyEventMonitors m_keyMonitors;
 
-    PulseDevices m_devices{m_pulse};
     DesktopPrivacyRights m_rights{m_loop, m_pulse, m_devices, m_workspace};
     Relauncher m_relauncher;
     ScreenRecordingPermission m_screenRecording{m_rights, m_relauncher};

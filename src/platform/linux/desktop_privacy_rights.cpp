@@ -1,6 +1,5 @@
 #include "platform/linux/desktop_privacy_rights.h"
 
-#include "foundation/async_stream.h"
 #include "foundation/user_folders.h"
 #include "platform/linux/pulse_connection.h"
 #include "platform/linux/pulse_devices.h"
@@ -50,9 +49,7 @@ DesktopPrivacyRights::DesktopPrivacyRights(MainLoop& loop, PulseConnection& conn
     : m_loop(loop)
     , m_connection(connection)
     , m_devices(devices)
-    , m_workspace(workspace) {
-    m_worker.setMaxThreadCount(1);
-}
+    , m_workspace(workspace) {}
 
 bool DesktopPrivacyRights::isGranted(PrivacyRight right) {
     switch (right) {
@@ -81,17 +78,7 @@ Task<bool> DesktopPrivacyRights::request(PrivacyRight right) {
 }
 
 Task<bool> DesktopPrivacyRights::askSoundServer(bool (*question)(PulseConnection&)) {
-    using Producer = AsyncStream<bool>::Producer;
-    auto [answers, producer] = AsyncStream<bool>::make();
-    m_worker.start([&loop = m_loop, &connection = m_connection, question,
-                    answer = std::make_shared<Producer>(std::move(producer))] {
-        loop.post([answer, granted = question(connection)] {
-            answer->yield(granted);
-            answer->finish(); // here, for the worker may be the last to let go of it
-        });
-    });
-    const std::optional<bool> granted = co_await answers.next();
-    co_return granted.value_or(false);
+    return m_worker.run(m_loop, [&connection = m_connection, question] { return question(connection); });
 }
 
 void DesktopPrivacyRights::openSettings(PrivacyRight right) {

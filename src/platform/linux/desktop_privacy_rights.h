@@ -1,11 +1,9 @@
 #pragma once
 
-#include "foundation/main_loop.h"
+#include "foundation/worker.h"
 #include "platform/linux/x11_rights.h"
 #include "platform/privacy_rights.h"
 #include "platform/workspace.h"
-
-#include <QThreadPool>
 
 namespace velmora {
 
@@ -35,7 +33,7 @@ private:
     PulseDevices& m_devices;
     Workspace& m_workspace;
     X11Rights m_desktop;
-    QThreadPool m_worker; // the last to come: its end waits for a question that is under way
+    ThreadWorker m_worker; // the last to come: its end waits for a question that is under way
 };
 
 } // namespace velmora

@@ -4,6 +4,9 @@
 #include "platform/linux/ffmpeg_container.h"
 #include "platform/linux/ffmpeg_error.h"
 
+#include <QFile>
+#include <QFileInfo>
+
 #include <cmath>
 
 extern "C" {
@@ -36,6 +39,13 @@ void checkSettings(const AudioFileSettings& settings) {
         throw PlainError(QStringLiteral("AAC: quality %1").arg(*settings.quality));
 }
 
+// Never a device: root may delete those.
+void removeFile(const QString& path) {
+    const QFileInfo file(path);
+    if (file.isFile() || file.isSymLink())
+        QFile::remove(path);
+}
+
 } // namespace
 
 FfmpegAudioFile::FfmpegAudioFile(QString path, const AudioFileSettings& settings)
@@ -50,7 +60,8 @@ FfmpegAudioFile::FfmpegAudioFile(QString path, const AudioFileSettings& settings
 
 FfmpegAudioFile::~FfmpegAudioFile() {
     try {
-        finish();
+        if (m_container)
+            finish();
     } catch (...) {
         log(QStringLiteral("[Velmora] recording not finished: %1").arg(describe(std::current_exception())));
     }
@@ -137,18 +148,36 @@ void FfmpegAudioFile::writePackets() {
         av_packet_rescale_ts(m_packet.get(), m_encoder->time_base, stream->time_base);
         checkFfmpeg(m_path, av_write_frame(m_container.get(), m_packet.get()));
         checkFfmpeg(m_path, m_container->pb->error);
+        m_wholeBytes = avio_tell(m_container->pb);
     }
 }
 
 void FfmpegAudioFile::finish() {
+    try {
+        complete();
+        m_container.reset();
+    } catch (...) {
+        m_container.reset();
+        QFile::resize(m_path, m_wholeBytes); // a fragment that breaks off would spoil the rest for a decoder
+        if (!holdsSound(m_path))
+            removeFile(m_path);
+        throw;
+    }
+    try {
+        makePlainContainer(m_path);
+    } catch (const Error& error) {
+        log(QStringLiteral("[Velmora] recording stays in fragments: ") + error.localizedDescription());
+    }
+}
+
+void FfmpegAudioFile::complete() {
     if (!m_pending.empty())
         encode(m_pending.size() / std::size_t(m_encoder->ch_layout.nb_channels));
     checkFfmpeg(m_path, avcodec_send_frame(m_encoder.get(), nullptr));
     writePackets();
     checkFfmpeg(m_path, av_write_trailer(m_container.get()));
+    avio_flush(m_container->pb);
     checkFfmpeg(m_path, m_container->pb->error);
-    m_container.reset();
-    makePlainContainer(m_path);
 }
 
 } // namespace velmora

@@ -16,13 +16,14 @@ public:
     ~FfmpegAudioFile() override;
 
     void write(std::span<const float> samples) override;
+    void finish() override;
 
 private:
     void openEncoder(const AudioFileSettings& settings);
     void writeHeader();
     void encode(std::size_t frames);
     void writePackets();
-    void finish();
+    void complete();
 
     QString m_path;
     FfmpegPtr<AVCodecContext> m_encoder;
@@ -31,6 +32,7 @@ private:
     FfmpegOutput m_container;     // after the encoder: an encoder that refuses its settings leaves no file
     std::vector<float> m_pending; // interleaved, less than a frame of the encoder's
     std::int64_t m_position = 0;  // frames encoded
+    qint64 m_wholeBytes = 0;      // of the file's fragments that are on the disk from end to end
 };
 
 } // namespace velmora

@@ -71,6 +71,16 @@ FfmpegOutput createContainer(const QString& path) {
     return output;
 }
 
+bool holdsSound(const QString& path) {
+    try {
+        const FfmpegInput input = openContainer(path);
+        const auto packet = ownFfmpeg(av_packet_alloc());
+        return av_read_frame(input.get(), packet.get()) == 0;
+    } catch (const Error&) {
+        return false;
+    }
+}
+
 void makePlainContainer(const QString& path) {
     const QFileInfo file(path);
     const QString temporary = QStringLiteral("%1/.%2.part").arg(file.path(), file.fileName());

@@ -10,6 +10,9 @@ namespace velmora {
 /// Error.
 [[nodiscard]] FfmpegOutput createContainer(const QString& path);
 
+/// Whether something can be heard of the file.
+[[nodiscard]] bool holdsSound(const QString& path);
+
 /// Turns a recording made of fragments, which survives the death of its writer, into the plain form that
 /// every player can seek in and tell the length of. Whatever goes wrong, a readable file is left. Throws
 /// Error.

@@ -1,11 +1,25 @@
 #include "platform/linux/ffmpeg_error.h"
 
+#include <QFileInfo>
+#include <QStorageInfo>
+
+#include <cerrno>
+
 extern "C" {
 #include <libavutil/error.h>
 }
 
 namespace velmora {
 namespace {
+
+// This one is for the user, who can do something about it.
+bool isDiskFull(int code) {
+    return code == AVERROR(ENOSPC) || code == AVERROR(EDQUOT);
+}
+
+QString describeFullDisk(const QString& path) {
+    return QStringLiteral("нет места на диске %1").arg(QStorageInfo(QFileInfo(path).path()).rootPath());
+}
 
 QString describeCode(int code) {
     std::array<char, AV_ERROR_MAX_STRING_SIZE> text{};
@@ -16,7 +30,8 @@ QString describeCode(int code) {
 } // namespace
 
 FfmpegError::FfmpegError(const QString& what, int code)
-    : PlainError(QStringLiteral("%1: %2").arg(what, describeCode(code))) {}
+    : PlainError(isDiskFull(code) ? describeFullDisk(what)
+                                  : QStringLiteral("%1: %2").arg(what, describeCode(code))) {}
 
 int checkFfmpeg(const QString& what, int code) {
     if (code < 0)

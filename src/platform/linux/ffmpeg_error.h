@@ -4,10 +4,10 @@
 
 namespace velmora {
 
-/// A failure of libav, in the library's words.
+/// A failure of libav, in the library's words; of a full disk the user is told which it is.
 class FfmpegError final : public PlainError {
 public:
-    /// `what` says what was tried; `code` is libav's, negative.
+    /// `what` says what was tried, a path where a file is concerned; `code` is libav's, negative.
     FfmpegError(const QString& what, int code);
 };
 

@@ -2,13 +2,15 @@
 
 #include "platform/linux/pulse_capture.h"
 #include "platform/linux/pulse_connection.h"
+#include "platform/linux/pulse_devices.h"
 
 #include <pulse/def.h>
 
 namespace velmora {
 
-PulseAudioEngine::PulseAudioEngine(PulseConnection& connection)
-    : m_connection(connection) {}
+PulseAudioEngine::PulseAudioEngine(PulseConnection& connection, PulseDevices* devices)
+    : m_connection(connection)
+    , m_devices(devices) {}
 
 PulseAudioEngine::~PulseAudioEngine() {
     stop();
@@ -23,6 +25,8 @@ QCoro::Task<bool> PulseAudioEngine::requestAccess() {
 }
 
 std::vector<AudioInput> PulseAudioEngine::availableInputs() {
+    if (auto known = m_devices ? m_devices->knownInputs() : std::nullopt)
+        return *std::move(known);
     const PulseConnection::Lock lock(m_connection);
     std::vector<AudioInput> inputs;
     for (const PulseSource& source : listPulseSources(m_connection).value_or(std::vector<PulseSource>())) {
@@ -34,6 +38,7 @@ std::vector<AudioInput> PulseAudioEngine::availableInputs() {
 
 void PulseAudioEngine::useDefaultInput() {
     m_device.clear();
+    m_input.reset();
 }
 
 void PulseAudioEngine::setInputDevice(const QString& uniqueID) {
@@ -43,12 +48,13 @@ void PulseAudioEngine::setInputDevice(const QString& uniqueID) {
         throw AudioDeviceError(AudioDeviceError::NotFound{uniqueID});
     }
     m_device = uniqueID.toUtf8();
+    m_input.reset();
 }
 
 AudioFormat PulseAudioEngine::inputFormat() {
     const PulseConnection::Lock lock(m_connection);
-    const auto input = findInput();
-    return input ? input->format : AudioFormat();
+    m_input = findInput();
+    return m_input ? m_input->format : AudioFormat();
 }
 
 void PulseAudioEngine::prepare() {
@@ -69,7 +75,9 @@ void PulseAudioEngine::start() {
     const PulseConnection::Lock lock(m_connection);
     if (m_capture)
         return;
-    auto input = findInput();
+    std::optional<PulseSource> input = std::exchange(m_input, std::nullopt);
+    if (!input)
+        input = findInput();
     if (!input && !m_device.isEmpty() && m_connection.isReady())
         throw AudioDeviceError(AudioDeviceError::NotFound{QString::fromUtf8(m_device)});
     if (!input)

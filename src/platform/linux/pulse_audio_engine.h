@@ -1,18 +1,21 @@
 #pragma once
 
 #include "platform/audio_engine.h"
+#include "platform/linux/pulse_source.h"
 
 namespace velmora {
 
 class PulseCapture;
 class PulseConnection;
-struct PulseSource;
+class PulseDevices;
 
 /// Microphones of the sound server; an input's ID is its source's name. The tap runs on the connection's
 /// sound thread, under its lock.
 class PulseAudioEngine final : public AudioEngine {
 public:
-    explicit PulseAudioEngine(PulseConnection& connection);
+    /// What `devices` know already is not asked for again, so that a start costs the main thread one
+    /// question.
+    explicit PulseAudioEngine(PulseConnection& connection, PulseDevices* devices = nullptr);
     ~PulseAudioEngine() override;
 
     /// `Authorized` when there is a microphone to be had, else `Denied`: the desktop has no finer rights.
@@ -33,7 +36,9 @@ private:
     [[nodiscard]] std::optional<PulseSource> findInput();
 
     PulseConnection& m_connection;
-    QByteArray m_device; // empty for the default
+    PulseDevices* m_devices;
+    QByteArray m_device;                // empty for the default
+    std::optional<PulseSource> m_input; // found for the start that is to come
     Tap m_tap;
     std::unique_ptr<PulseCapture> m_capture;
 };

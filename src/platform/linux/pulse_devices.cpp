@@ -26,7 +26,7 @@ PulseDevices::PulseDevices(PulseConnection& connection)
         if (ready)
             follow();
         else
-            publish({});
+            publish({}, false);
     };
     connect(&connection, &PulseConnection::readyChanged, this, readyChanged, Qt::DirectConnection);
 }
@@ -45,6 +45,11 @@ PulseDevices::Kinds PulseDevices::kinds() {
 
 std::vector<AudioInput> PulseDevices::inputs() {
     return sources().microphones;
+}
+
+std::optional<std::vector<AudioInput>> PulseDevices::knownInputs() {
+    const std::lock_guard guard(m_mutex);
+    return m_isCurrent ? std::optional(m_sources.microphones) : std::nullopt;
 }
 
 PulseDevices::Sources PulseDevices::sources() {
@@ -80,7 +85,7 @@ void PulseDevices::list() {
         if (end == 0)
             self->collect(*source);
         else
-            self->publish(self->m_listed);
+            self->publish(self->m_listed, true);
     };
     m_listing.reset(pa_context_get_source_info_list(m_connection.context(), next, this));
 }
@@ -93,11 +98,12 @@ void PulseDevices::collect(const pa_source_info& source) {
         m_listed.monitors = true;
 }
 
-void PulseDevices::publish(const Sources& sources) {
+void PulseDevices::publish(const Sources& sources, bool current) {
     Sources before;
     {
         const std::lock_guard guard(m_mutex);
         before = std::exchange(m_sources, sources);
+        m_isCurrent = current;
         m_hasAnswer = true;
     }
     m_answered.notify_one();

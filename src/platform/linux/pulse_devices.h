@@ -34,6 +34,8 @@ public:
     [[nodiscard]] Kinds kinds();
     /// The microphones, as kinds() gets them.
     [[nodiscard]] std::vector<AudioInput> inputs() override;
+    /// The same, only without connecting and waiting: absent while the server isn't there or hasn't told yet.
+    [[nodiscard]] std::optional<std::vector<AudioInput>> knownInputs();
 
 Q_SIGNALS:
     /// Emitted on the sound thread: a receiver that lives on the main thread gets it there.
@@ -51,7 +53,8 @@ private:
     void follow();
     void list();
     void collect(const pa_source_info& source);
-    void publish(const Sources& sources);
+    /// `current` tells what the server has from what is assumed while there is none.
+    void publish(const Sources& sources, bool current);
 
     PulseConnection& m_connection;
     PulseOperation m_listing;
@@ -61,6 +64,7 @@ private:
     std::mutex m_mutex; // for what follows
     std::condition_variable m_answered;
     Sources m_sources;
+    bool m_isCurrent = false;
     bool m_hasAnswer = false;
     bool m_hasWaited = false;
 };

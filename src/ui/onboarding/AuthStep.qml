@@ -14,6 +14,12 @@ Item {
     readonly property VTheme theme: VTheme.scheme(dark)
     readonly property Item firstFocus: model.isLoggedIn ? null : login
 
+    function titleFor(account: string): string {
+        if (!model.isLoggedIn)
+            return "Войди в Velmora."
+        return account ? account + "\nподключён." : "Аккаунт подключён."
+    }
+
     VShadow {
         target: disc
         color: Qt.alpha(root.theme.accent, 0.4)
@@ -39,6 +45,14 @@ Item {
             color: root.theme.onAccent
         }
     }
+    TextMetrics {
+        id: account
+
+        font: words.titleFont
+        text: root.model.account
+        elide: Text.ElideMiddle // the domain tells accounts apart as well as the name does
+        elideWidth: words.width
+    }
     StepText {
         id: words
 
@@ -48,8 +62,8 @@ Item {
         centred: true
         dark: root.dark
         caption: root.model.caption
-        title: !root.model.isLoggedIn ? "Войди в Velmora."
-                                      : root.model.account ? root.model.account + "\nподключён." : "Аккаунт подключён."
+        title: root.titleFor(account.elidedText)
+        spokenTitle: root.titleFor(root.model.account)
         text: root.model.isLoggedIn ? "Готово — можно пользоваться Velmora с этого Mac."
                                     : "Откроется браузер: можно войти через email/пароль или Google."
     }

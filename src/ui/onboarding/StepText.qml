@@ -7,11 +7,13 @@ Column {
 
     required property string caption
     required property string title
+    property string spokenTitle: title ///< where what is shown is cut short
     property string text
     property bool dark: VTheme.dark
     property bool centred: false
 
     readonly property VTheme theme: VTheme.scheme(dark)
+    readonly property font titleFont: VFont.display(27, VFont.Bold)
     readonly property int alignment: centred ? Text.AlignHCenter : Text.AlignLeft
 
     Text {
@@ -30,10 +32,12 @@ Column {
         text: root.title
         textFormat: Text.PlainText
         dark: root.dark
-        font: VFont.display(27, VFont.Bold)
+        font: root.titleFont
         horizontalAlignment: root.alignment
         lineHeight: 1.08
-        wrapMode: root.elide === Text.ElideNone ? Text.Wrap : Text.NoWrap
+        wrapMode: Text.Wrap
+
+        Accessible.name: root.spokenTitle
     }
     Text {
         width: parent.width

@@ -2,9 +2,11 @@
 #include "foundation/error.h"
 #include "platform/linux/ffmpeg_audio_codec.h"
 #include "support/desktop/tone.h"
+#include "support/file_size_limit.h"
 
 #include <QDir>
 #include <QFile>
+#include <QStorageInfo>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -207,14 +209,13 @@ TEST_F(FfmpegAudioFileTest, Write_HalfAFrameOfChannels_Throws) {
 }
 
 TEST_F(FfmpegAudioFileTest, Write_DiskFull_ThrowsWithReason) {
-    m_path = u"/dev/full"_s;
+    ASSERT_TRUE(QFile::link(u"/dev/full"_s, m_path));
     const auto file = open({.format = dictation, .bitRate = 64'000});
     try {
         file->write(makeTone(440, 0.5, 10, dictation));
         FAIL();
     } catch (const Error& error) {
-        EXPECT_THAT(error.localizedDescription().toStdString(),
-                    testing::HasSubstr("No space left on device"));
+        EXPECT_THAT(error.localizedDescription().toStdString(), testing::HasSubstr("нет места на диске"));
     }
 }
 
@@ -263,4 +264,49 @@ TEST_F(FfmpegAudioFileTest, Write_TenMinutes_MemoryStaysFlat) {
     file.reset();
     EXPECT_LT(residentBytes() - before, allowed);
     EXPECT_NEAR(decodeFile(m_path).seconds(), 10 * minute, frame);
+}
+
+TEST_F(FfmpegAudioFileTest, Finish_FullDisk_SaysWhichAndLeavesNoFile) {
+    ASSERT_TRUE(QFile::link(u"/dev/full"_s, m_path));
+    const auto file = open({.format = dictation, .bitRate = 64'000});
+    try {
+        file->write(makeTone(1000, 0.5, 3, dictation));
+        ADD_FAILURE() << "the disk took it";
+    } catch (const Error&) {
+    }
+    try {
+        file->finish();
+        ADD_FAILURE() << "the disk took it";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.localizedDescription(),
+                  u"нет места на диске "_s + QStorageInfo(m_folder.path()).rootPath());
+    }
+    EXPECT_FALSE(QFileInfo(m_path).isSymLink());
+}
+
+// Shorter than a fragment: nothing was refused before the end.
+TEST_F(FfmpegAudioFileTest, Finish_FullDiskAndAShortRecording_SaysSoAsWell) {
+    ASSERT_TRUE(QFile::link(u"/dev/full"_s, m_path));
+    const auto file = open({.format = dictation, .bitRate = 64'000});
+    EXPECT_NO_THROW(file->write(makeTone(1000, 0.5, 0.5, dictation)));
+    EXPECT_THROW(file->finish(), Error);
+    EXPECT_FALSE(QFileInfo(m_path).isSymLink());
+}
+
+TEST_F(FfmpegAudioFileTest, Finish_DiskThatFilledUp_KeepsWhatItTook) {
+    const auto file = open({.format = dictation, .bitRate = 64'000});
+    {
+        const FileSizeLimit full(40'000); // five seconds
+        for (int second = 0; second < 10; ++second) {
+            try {
+                file->write(makeTone(1000, 0.5, 1, dictation));
+            } catch (const Error&) {
+            }
+        }
+        EXPECT_THROW(file->finish(), Error);
+    }
+    const DecodedFile decoded = decodeFile(m_path);
+    EXPECT_GT(decoded.seconds(), 3);
+    EXPECT_LT(decoded.seconds(), 8);
+    EXPECT_NEAR(measureTone(middleOf(decoded.samples), 1000, 16'000), 0.5, 0.01);
 }

@@ -66,6 +66,7 @@ protected:
     }
 
     DictationSession session;
+    QTemporaryDir other; // what a second session calls its own
     std::unique_ptr<TargetApplication> editor;
 };
 
@@ -144,6 +145,24 @@ TEST_F(DictationTest, SecondInstance_HandsItsUrlOverAndLeaves) {
     EXPECT_EQ(DictationSession::velmora(QStringLiteral("velmora://auth?token=a&refresh=b&state=forged")), 0);
     EXPECT_TRUE(session.application().says("velmora_auth_url_rejected: state mismatch"));
     EXPECT_TRUE(session.application().isRunning());
+}
+
+// Another session of the same user has a bus of its own and the same folder for what lives as long as a
+// process.
+TEST_F(DictationTest, AnotherSessionStartsMeanwhile_TheRecordingIsNotTouched) {
+    session.keyboard().press(key::rightControl);
+    ASSERT_TRUE(DictationSession::isRecording());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), other.filePath(QStringLiteral("config")));
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), other.filePath(QStringLiteral("data")));
+    environment.remove(QStringLiteral("DISPLAY")); // it would hear the key as well
+    environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    Program second(QStringLiteral("dbus-run-session"),
+                   {QStringLiteral("--"), QStringLiteral(VELMORA_PROGRAM)}, environment);
+    EXPECT_TRUE(second.says("tap failed"));
+    session.speak();
+    session.keyboard().release(key::rightControl);
+    expectDictated();
 }
 
 TEST_F(DictationTest, CallbackUsedTwice_IsRejectedTheSecondTime) {

@@ -10,6 +10,7 @@
 #include "support/onboarded_defaults.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QJsonDocument>
 #include <QNetworkAccessManager>
@@ -34,9 +35,10 @@ void write(const QString& path, const QByteArray& content) {
         file.write(content);
 }
 
-QStringList recordings() {
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
-    return folder.entryList({QStringLiteral("velmora-*.m4a")});
+bool hasRecordings() {
+    return QDirIterator(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation),
+                        {QStringLiteral("velmora-*.m4a")}, QDir::Files, QDirIterator::Subdirectories)
+        .hasNext();
 }
 
 /// Whether there is a window of the program that the window manager doesn't manage: its others are windows to
@@ -155,11 +157,11 @@ QByteArray DictationSession::storedTokens() const {
 }
 
 bool DictationSession::isRecording() {
-    return waitUntil([] { return !recordings().isEmpty(); });
+    return waitUntil(hasRecordings);
 }
 
 bool DictationSession::isQuiet() {
-    return waitUntil([] { return recordings().isEmpty(); });
+    return waitUntil([] { return !hasRecordings(); });
 }
 
 bool DictationSession::isReady() {

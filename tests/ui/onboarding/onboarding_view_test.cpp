@@ -104,6 +104,24 @@ TEST_F(OnboardingViewTest, SignedIn_SaysWho) {
     EXPECT_EQ(focusedName(), next);
 }
 
+TEST_F(OnboardingViewTest, SignedInWithALongAddress_NoTextRunsOutOfItsPlace_AndAScreenReaderHasAllOfIt) {
+    stage.email =
+        QStringLiteral("konstantin.konstantinopolsky-preobrazhensky@very-long-department.example.org");
+    stage.signedIn();
+    show(Step::Auth);
+    int texts = 0;
+    for (const QQuickItem* item : host.root()->findChildren<QQuickItem*>()) {
+        const QVariant contentWidth = item->property("contentWidth");
+        if (!item->inherits("QQuickText") || !item->isVisible() ||
+            item->property("text").toString().isEmpty())
+            continue;
+        ++texts;
+        EXPECT_LE(contentWidth.toDouble(), item->width()) << qPrintable(item->property("text").toString());
+    }
+    EXPECT_GE(texts, 4);
+    EXPECT_TRUE(host.has(stage.email + QStringLiteral("\nподключён.")));
+}
+
 TEST_F(OnboardingViewTest, NoBrowser_IsSaidUnderTheButton) {
     workspace.opens = false;
     show(Step::Auth);

@@ -88,8 +88,7 @@ TEST_F(AuthSessionTest, RefreshMe_Fails_KeepsTheOldValuesAndTellsNobody) {
 TEST_F(AuthSessionTest, RefreshMe_DateThatIsNone_Fails) {
     const Outcome<MeResponse> me(session.authedRequest<MeResponse>(QStringLiteral("/v1/auth/me")));
     transport.last().reply(200, QByteArray(meReply).replace("2026-03-01T10:20:30.123Z", "yesterday"));
-    EXPECT_TRUE(me.failure().endsWith(QStringLiteral("Cannot parse date: yesterday")))
-        << qPrintable(me.failure());
+    EXPECT_EQ(me.failure(), QStringLiteral("Cannot parse date: yesterday")) << qPrintable(me.failure());
 }
 
 TEST_F(AuthSessionTest, SessionExpired_SignedOutWhileUserStaysTheOld) {

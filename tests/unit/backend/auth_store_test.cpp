@@ -1,4 +1,5 @@
 #include "backend/auth_store.h"
+#include "foundation/log.h"
 #include "foundation/user_defaults.h"
 #include "support/killed_writer.h"
 
@@ -80,7 +81,33 @@ TEST_F(AuthStoreTest, ProgramKilledInTheMiddleOfASave_KeepsTheTokensThatWereTher
         EXPECT_TRUE(test::killAtByte(bytes, [&] { store.save(QString(100, u'x'), QString(100, u'y')); }))
             << bytes;
         EXPECT_EQ(AuthStore(folder, defaults).tokens(), pair) << bytes;
+        EXPECT_EQ(QDir(folder).entryList(QDir::Files | QDir::Hidden),
+                  QStringList{QStringLiteral("auth-tokens.json")});
     }
+}
+
+TEST_F(AuthStoreTest, CorruptFile_IsSetAsideAtTheNextSignIn_AndTheLogSaysSo) {
+    QStringList lines;
+    const LogCapture capture([&lines](const QString& line) { lines.append(line); });
+    put(R"({"accessToken":"a"})");
+    AuthStore store(folder, defaults);
+    store.save(QStringLiteral("b"), QStringLiteral("c"));
+    store.save(QStringLiteral("d"), QStringLiteral("e"));
+    QFile aside(file + QStringLiteral(".damaged"));
+    ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
+    EXPECT_EQ(aside.readAll(), QByteArray(R"({"accessToken":"a"})"));
+    EXPECT_TRUE(AuthStore(folder, defaults).isLoggedIn());
+    EXPECT_EQ(
+        lines,
+        QStringList(QStringLiteral("[Velmora] sign-in: %1 is not readable, kept as %1.damaged").arg(file)));
+}
+
+TEST_F(AuthStoreTest, WhatAKilledWriteHasLeft_GoesAtTheStart) {
+    QDir().mkpath(folder);
+    QFile left(file + QStringLiteral(".aBcDeF"));
+    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    const AuthStore store(folder, defaults);
+    EXPECT_FALSE(left.exists());
 }
 
 TEST_F(AuthStoreTest, Save_WritesExactlyTheTwoKeys_ForTheUserAlone) {

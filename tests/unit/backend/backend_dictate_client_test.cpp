@@ -1,6 +1,7 @@
 #include "auth_fixture.h"
 #include "backend/backend_dictate_client.h"
 #include "backend/dictate_client_error.h"
+#include "support/inline_worker.h"
 
 #include <QRegularExpression>
 
@@ -67,11 +68,19 @@ struct BackendDictateClientTest : AuthFixture {
         out.write(audio);
     }
 
-    Consumer dictate() { return Consumer(client->dictate(audioFile)); }
+    /// With the file read already.
+    AsyncStream<DictateEvent> start(const QString& file,
+                                    const QString& mimeType = QStringLiteral("audio/m4a")) {
+        auto stream = client->dictate(file, mimeType);
+        loop.runPosted();
+        return stream;
+    }
+    Consumer dictate() { return Consumer(start(audioFile)); }
 
     const QByteArray audio = QByteArray("m4a \0\r\n--\xff", 11);
     const QString audioFile = root.filePath(QStringLiteral("запись 1.m4a"));
-    std::optional<BackendDictateClient> client{std::in_place, transport, session};
+    InlineWorker reader;
+    std::optional<BackendDictateClient> client{std::in_place, transport, session, loop, reader};
 };
 
 } // namespace
@@ -107,7 +116,7 @@ TEST_F(BackendDictateClientTest, Request_BodyIsOnePartByteForByte) {
 
 TEST_F(BackendDictateClientTest, Request_CarriesTheMimeTypeGivenAndABoundaryOfItsOwn) {
     const Consumer one = dictate();
-    const Consumer two(client->dictate(audioFile, QStringLiteral("audio/wav")));
+    const Consumer two(start(audioFile, QStringLiteral("audio/wav")));
     EXPECT_TRUE(transport.last().request.body.contains("\r\nContent-Type: audio/wav\r\n\r\n"));
     EXPECT_NE(transport.at(0).request.headers.value("Content-Type"),
               transport.at(1).request.headers.value("Content-Type"));
@@ -178,7 +187,7 @@ TEST_F(BackendDictateClientTest, TwoDataLines_AreJoinedByALineFeed) {
 }
 
 TEST_F(BackendDictateClientTest, FileUnreadable_EndsWithTheFilesErrorAndSendsNothing) {
-    const Consumer consumer(client->dictate(root.filePath(QStringLiteral("absent.m4a"))));
+    const Consumer consumer(start(root.filePath(QStringLiteral("absent.m4a"))));
     EXPECT_EQ(consumer.failure(), QStringLiteral("No such file or directory"));
     EXPECT_EQ(transport.count(), 0U);
 }
@@ -309,15 +318,15 @@ TEST_F(BackendDictateClientTest, A401BesideAnotherRequests401_SharesTheRotation)
 }
 
 TEST_F(BackendDictateClientTest, ConsumerDropsTheStream_RequestIsAborted) {
-    { const auto beforeHead = client->dictate(audioFile); }
+    { const auto beforeHead = start(audioFile); }
     EXPECT_TRUE(transport.at(0).isAborted());
     {
-        const auto inBody = client->dictate(audioFile);
+        const auto inBody = start(audioFile);
         transport.at(1).begin(200);
     }
     EXPECT_TRUE(transport.at(1).isAborted());
     {
-        const auto inErrorBody = client->dictate(audioFile);
+        const auto inErrorBody = start(audioFile);
         transport.at(2).begin(401);
     }
     EXPECT_TRUE(transport.at(2).isAborted());
@@ -326,7 +335,7 @@ TEST_F(BackendDictateClientTest, ConsumerDropsTheStream_RequestIsAborted) {
 
 TEST_F(BackendDictateClientTest, ConsumerDropsTheStreamDuringTheRotation_NothingIsSentAgain) {
     {
-        const auto stream = client->dictate(audioFile);
+        const auto stream = start(audioFile);
         transport.at(0).reply(401);
     }
     EXPECT_FALSE(transport.at(1).isAborted()); // others may wait for it
@@ -343,7 +352,7 @@ TEST_F(BackendDictateClientTest, ConsumerDropsTheStreamAtAnEvent_TheRestOfThePie
         }
     };
     int count = 0;
-    const Outcome<> once(Once::run(client->dictate(audioFile), count));
+    const Outcome<> once(Once::run(start(audioFile), count));
     transport.last().begin(200);
     transport.last().piece(
         "event: chunk\ndata: {\"delta\":\"1\"}\n\nevent: chunk\ndata: {\"delta\":\"2\"}\n\n");
@@ -371,4 +380,18 @@ TEST_F(BackendDictateClientTest, TwoDictations_AreIndependent) {
     transport.at(0).reply(200, doneBlock);
     EXPECT_THAT(one.events(), ElementsAre(done));
     EXPECT_EQ(two.failure(), QStringLiteral("HTTP 500"));
+}
+
+TEST_F(BackendDictateClientTest, ConsumerDropsTheStreamWhileTheFileIsRead_NothingIsSent) {
+    { const auto stream = client->dictate(audioFile); }
+    loop.runPosted();
+    EXPECT_EQ(transport.count(), 0U);
+}
+
+TEST_F(BackendDictateClientTest, ClientDestroyedWhileTheFileIsRead_StreamEndsAndNothingIsSent) {
+    const Consumer consumer(client->dictate(audioFile));
+    client.reset();
+    loop.runPosted();
+    EXPECT_TRUE(consumer.ended());
+    EXPECT_EQ(transport.count(), 0U);
 }

@@ -6,6 +6,7 @@
 #include "backend/qt_http_transport.h"
 #include "foundation/qt_main_loop.h"
 #include "foundation/user_defaults.h"
+#include "foundation/worker.h"
 #include "support/loopback_http_server.h"
 #include "support/outcome.h"
 #include "support/wait.h"
@@ -14,6 +15,10 @@
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <future>
+#include <thread>
 
 using namespace velmora;
 using namespace velmora::test;
@@ -62,7 +67,8 @@ struct BackendOverHttp : testing::Test {
     QtHttpTransport sessionTransport{loop};
     QtHttpTransport dictateTransport{loop};
     AuthSession session{sessionTransport, store, loop, server.url()};
-    BackendDictateClient client{dictateTransport, session};
+    ThreadWorker reader;
+    BackendDictateClient client{dictateTransport, session, loop, reader};
 };
 
 } // namespace
@@ -206,4 +212,22 @@ TEST_F(BackendOverHttp, Dictate_ConsumerDropsTheStream_ConnectionCloses) {
         EXPECT_TRUE(connection->isOpen());
     }
     EXPECT_TRUE(waitUntil([&] { return !connection->isOpen(); }));
+}
+
+// A pipe that nobody writes to yet holds up whoever opens it, as a disk that hangs does.
+TEST_F(BackendOverHttp, Dictate_FileThatHangs_DoesNotHoldUpTheCaller) {
+    const QString pipe = root.filePath(QStringLiteral("hanging.m4a"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    std::promise<void> returned;
+    bool wasReturned = false;
+    std::jthread disk([&, future = returned.get_future()] {
+        wasReturned = future.wait_for(std::chrono::seconds(10)) == std::future_status::ready;
+        QFile writer(pipe);
+        EXPECT_TRUE(writer.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    });
+    auto stream = client.dictate(pipe);
+    returned.set_value();
+    EXPECT_TRUE(requestCame());
+    disk.join();
+    EXPECT_TRUE(wasReturned);
 }

@@ -3,7 +3,10 @@
 #include "core/pcm16.h"
 #include "support/fake_audio.h"
 #include "support/hand_loop.h"
+#include "support/other_process.h"
 
+#include <QDir>
+#include <QDirIterator>
 #include <QTemporaryDir>
 #include <QtEndian>
 
@@ -32,7 +35,8 @@ protected:
     UserDefaults defaults{folder.filePath(QStringLiteral("d.json"))};
     FakeAudioEngine engine;
     FakeAudioCodec codec;
-    AudioRecorder recorder{loop, defaults, engine, codec, folder.path()};
+    ProcessFolder recordings{folder.path(), QStringLiteral("recordings")};
+    AudioRecorder recorder{loop, defaults, engine, codec, recordings};
     const std::vector<float> fullScale = std::vector<float>(960, 1.0F);
 };
 
@@ -44,7 +48,7 @@ float levelOfMono(const std::vector<float>& samples) {
 
 TEST_F(AudioRecorderTest, Start_NamesTheFileAfterTheUnixTimeAndOpensIt) {
     const QString path = recorder.start();
-    EXPECT_EQ(path, folder.filePath(QStringLiteral("velmora-1767225600.m4a")));
+    EXPECT_EQ(path, recordings.path() + QStringLiteral("/velmora-1767225600.m4a"));
     EXPECT_EQ(recorder.lastFileURL(), path);
     EXPECT_TRUE(recorder.isRecording());
     EXPECT_EQ(codec.openFiles, 1);
@@ -211,28 +215,34 @@ TEST_F(AudioRecorderTest, ConversionOrWriteErrors_AreDroppedAndTheRecordingGoesO
 
 TEST_F(AudioRecorderTest, DestroyedWhileRecording_LosesTheRecordingWithItsFile) {
     {
-        AudioRecorder other(loop, defaults, engine, codec, folder.path());
+        AudioRecorder other(loop, defaults, engine, codec, recordings);
         other.start();
         ASSERT_TRUE(QFile::exists(*other.lastFileURL()));
     }
-    EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("velmora-1767225600.m4a"))));
+    EXPECT_TRUE(QDir(recordings.path()).isEmpty());
     EXPECT_FALSE(engine.running);
     EXPECT_FALSE(engine.tap);
 }
 
-TEST_F(AudioRecorderTest, Leftovers_OfAKilledProcess_AreRemovedAndOtherFilesStay) {
-    const QStringList left{QStringLiteral("velmora-1.m4a"), QStringLiteral(".velmora-1.m4a.part")};
-    const QStringList others{QStringLiteral("velmora.socket"), QStringLiteral("song.m4a"),
-                             QStringLiteral(".part")};
-    for (const QString& name : left + others) {
-        QFile file(folder.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    }
+TEST_F(AudioRecorderTest, Leftovers_OfAKilledProcess_AreRemoved_AndRecordingsOfALivingOneStay) {
+    OtherProcess session([this](const auto& ready) {
+        ProcessFolder theirs{folder.path(), QStringLiteral("recordings")};
+        AudioRecorder other(loop, defaults, engine, codec, theirs);
+        other.start();
+        ready();
+        ::pause();
+    });
+    const auto left = [this] {
+        QDirIterator files(folder.path(), {QStringLiteral("velmora-*.m4a")}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        return files.hasNext();
+    };
+    ASSERT_TRUE(left());
     recorder.removeLeftovers();
-    for (const QString& name : left)
-        EXPECT_FALSE(QFile::exists(folder.filePath(name))) << name.toStdString();
-    for (const QString& name : others)
-        EXPECT_TRUE(QFile::exists(folder.filePath(name))) << name.toStdString();
+    EXPECT_TRUE(left());
+    session.kill();
+    recorder.removeLeftovers();
+    EXPECT_FALSE(left());
 }
 
 TEST_F(AudioRecorderTest, PcmChunks_OneAConvertedBuffer) {

@@ -1,4 +1,5 @@
 #include "core/history_store.h"
+#include "foundation/log.h"
 #include "support/killed_writer.h"
 
 #include <QDir>
@@ -75,6 +76,38 @@ TEST_F(HistoryStoreTest, DamagedFile_IsEmptyAndUntouchedUntilTheNextChange) {
     EXPECT_EQ(fileContent(), QByteArray("[{\"id\": "));
     store.remove(QUuid::createUuid());
     EXPECT_EQ(QJsonDocument::fromJson(fileContent()).array().size(), 0);
+}
+
+TEST_F(HistoryStoreTest, DamagedFile_IsSetAsideAtTheNextChange_AndTheLogSaysSo) {
+    QStringList lines;
+    const LogCapture capture([&lines](const QString& line) { lines.append(line); });
+    damage("[{\"id\": ");
+    HistoryStore store(folder.path());
+    store.add(item(QStringLiteral("a")));
+    store.add(item(QStringLiteral("b")));
+    QFile aside(path + QStringLiteral(".damaged"));
+    ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
+    EXPECT_EQ(aside.readAll(), QByteArray("[{\"id\": "));
+    EXPECT_EQ(HistoryStore(folder.path()).items().size(), 2U);
+    EXPECT_EQ(
+        lines,
+        QStringList(QStringLiteral("[Velmora] history: %1 is not readable, kept as %1.damaged").arg(path)));
+}
+
+TEST_F(HistoryStoreTest, DamagedFile_MendedByAnotherSession_IsNotSetAside) {
+    damage("[{\"id\": ");
+    HistoryStore store(folder.path());
+    damage("[]");
+    store.add(item(QStringLiteral("a")));
+    EXPECT_FALSE(QFile::exists(path + QStringLiteral(".damaged")));
+}
+
+TEST_F(HistoryStoreTest, WhatAKilledWriteHasLeft_GoesAtTheStart) {
+    QDir().mkpath(folder.path());
+    QFile left(path + QStringLiteral(".aB3dEf"));
+    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    const HistoryStore store(folder.path());
+    EXPECT_FALSE(left.exists());
 }
 
 TEST_F(HistoryStoreTest, ItemWithoutARequiredKey_MakesTheWholeFileUnreadable) {

@@ -440,6 +440,32 @@ TEST_F(PipelineCoordinatorTest, HistoryNamesTheApplicationInFrontAtTheEnd) {
     EXPECT_EQ(history.items().front().appName, std::nullopt);
 }
 
+TEST_F(PipelineCoordinatorTest, NothingOfTheRecordingCouldBeKept_IsToldAndNotSent) {
+    codec.loss = QStringLiteral("нет места");
+    dictate();
+    EXPECT_EQ(errorShown(), QStringLiteral("Запись не сохранена: нет места"));
+    EXPECT_THAT(server.requests, IsEmpty());
+    loop.advance(6s);
+    EXPECT_TRUE(isIdle());
+}
+
+TEST_F(PipelineCoordinatorTest, PartOfTheRecordingWasKept_ItIsDictatedAndTheLossToldAfterIt) {
+    codec.loss = QStringLiteral("нет места");
+    pipeline.startRecording();
+    speak(0.5);
+    loop.advance(1s);
+    pipeline.stopAndProcess();
+    loop.advance(150ms);
+    ASSERT_THAT(server.requests, SizeIs(1));
+    serverDone(QStringLiteral("Начало."));
+    EXPECT_EQ(desktop.pasted, QStringList{QStringLiteral("Начало.")});
+    EXPECT_THAT(history.items(), SizeIs(1));
+    EXPECT_EQ(errorShown(), QStringLiteral("Записано не всё: нет места"));
+    EXPECT_FALSE(fileExists());
+    loop.advance(6s);
+    EXPECT_TRUE(isIdle());
+}
+
 TEST_F(PipelineCoordinatorTest, StopWhileIdle_DoesNothing) {
     recorder.onPcmChunk = [](auto&&...) {}; // somebody else's
     pipeline.stopAndProcess();
@@ -461,7 +487,7 @@ TEST_F(PipelineCoordinatorTest, CoordinatorGoneBeforeTheReplysEnd_TouchesNothing
     };
     for (const auto& end : endings) {
         FakeDictateService otherServer;
-        AudioRecorder otherRecorder(loop, defaults, engine, codec, folder.path());
+        AudioRecorder otherRecorder(loop, defaults, engine, codec, recordings);
         auto other = makeCoordinator(otherRecorder, otherServer);
         other->startRecording();
         loop.advance(1s);
@@ -479,7 +505,7 @@ TEST_F(PipelineCoordinatorTest, CoordinatorGoneBeforeTheReplysEnd_TouchesNothing
 
 TEST_F(PipelineCoordinatorTest, CoordinatorGoneDuringATickATailOrAnError_LeavesNothingToBeCalled) {
     FakeDictateService otherServer;
-    AudioRecorder otherRecorder(loop, defaults, engine, codec, folder.path());
+    AudioRecorder otherRecorder(loop, defaults, engine, codec, recordings);
     auto other = makeCoordinator(otherRecorder, otherServer);
     other->startRecording();
     loop.advance(50ms);

@@ -104,7 +104,7 @@ TEST(JsonCoder, Decode_IntegerWithFractionOrOutOfRange_Fails) {
 
 TEST(JsonCoder, Decode_DateThatIsNone_SaysWhichText) {
     EXPECT_EQ(failureOf(R"({"name":"n","flag":true,"ratio":1,"inners":[],"when":"gestern"})"),
-              QStringLiteral("when: Cannot parse date: gestern"));
+              QStringLiteral("Cannot parse date: gestern"));
 }
 
 TEST(JsonCoder, ReferenceSeconds_StartOf2001_IsZero) {

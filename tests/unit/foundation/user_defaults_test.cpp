@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QThread>
@@ -164,6 +165,24 @@ TEST_F(UserDefaultsTest, DamagedFile_ReadAsEmptyAndSetAsideAtTheNextWrite) {
     ASSERT_TRUE(aside.open(QIODevice::ReadOnly));
     EXPECT_EQ(aside.readAll(), QByteArray("{\"key\": tru"));
     EXPECT_EQ(lines.size(), 1);
+}
+
+TEST_F(UserDefaultsTest, WhatAKilledWriteHasLeft_GoesAtTheStart) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile left(path + QStringLiteral(".aBcDeF"));
+    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    const UserDefaults defaults(path);
+    EXPECT_FALSE(left.exists());
+}
+
+TEST_F(UserDefaultsTest, WhatAnotherIsWriting_StaysAtTheStart) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile written(path + QStringLiteral(".aBcDeF"));
+    ASSERT_TRUE(written.open(QIODevice::WriteOnly));
+    QLockFile writer(path + QStringLiteral(".lock"));
+    ASSERT_TRUE(writer.lock());
+    const UserDefaults defaults(path);
+    EXPECT_TRUE(written.exists());
 }
 
 TEST_F(UserDefaultsTest, Write_FolderCannotBeWritten_KeepsTheValueInMemory) {
