@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 
 #include <string>
+#include <utility>
 
 namespace velmora::server {
 
@@ -15,52 +16,40 @@ AudioDecoder::AudioDecoder(int descriptor)
     : m_process(descriptor) {}
 
 bool AudioDecoder::ready(std::chrono::milliseconds time) {
-    if (!m_begun && m_process.wait(time) && !readLength()) {
-        fail();
+    if (!m_first && m_process.wait(time)) {
+        m_first = readSlice(m_process.output());
+        if (!m_first) {
+            fail();
+        }
     }
-    return m_begun;
+    return m_first.has_value();
+}
+
+std::optional<std::chrono::milliseconds> AudioDecoder::announcedDuration() const {
+    return m_first ? m_first->announced : std::nullopt;
 }
 
 std::vector<std::int16_t> AudioDecoder::read(const std::stop_token& stop) {
     if (m_ended) {
         return {};
     }
-    std::vector<std::int16_t> slice;
-    bool complete = false;
+    std::optional<SoundSlice> slice;
     {
         const std::stop_callback kill(stop, [this] { m_process.kill(); });
-        complete = (m_begun || readLength()) && readSlice(slice);
+        slice = m_first ? std::exchange(m_first, std::nullopt) : readSlice(m_process.output());
     }
     if (stop.stop_requested()) {
         m_ended = true;
         return {};
     }
-    if (!complete) {
+    if (!slice) {
         fail();
     }
-    m_ended = slice.empty();
-    m_samples += slice.size();
+    m_ended = slice->samples.empty();
+    m_samples += slice->samples.size();
     // A second of sound earns a second of processor time.
     m_process.allow(sandboxTime + std::chrono::seconds(m_samples / sampleRate));
-    return slice;
-}
-
-bool AudioDecoder::readLength() {
-    std::int64_t length = noLength;
-    m_begun = m_process.read(std::as_writable_bytes(std::span(&length, 1)));
-    if (length >= 0) {
-        m_duration = std::chrono::milliseconds(length);
-    }
-    return m_begun;
-}
-
-bool AudioDecoder::readSlice(std::vector<std::int16_t>& slice) {
-    std::uint32_t size = 0;
-    if (!m_process.read(std::as_writable_bytes(std::span(&size, 1))) || size > sliceSize) {
-        return false;
-    }
-    slice.resize(size);
-    return m_process.read(std::as_writable_bytes(std::span(slice)));
+    return std::move(slice->samples);
 }
 
 void AudioDecoder::fail() {

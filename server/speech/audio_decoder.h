@@ -2,6 +2,7 @@
 
 #include "speech/audio_error.h"
 #include "speech/decoder_process.h"
+#include "speech/sound_slice.h"
 
 #include <chrono>
 #include <cstdint>
@@ -23,22 +24,20 @@ public:
     /// none.
     [[nodiscard]] bool ready(std::chrono::milliseconds time);
 
-    /// What the container says about its length, if it does; known when it is ready.
-    [[nodiscard]] std::optional<std::chrono::milliseconds> announcedDuration() const { return m_duration; }
+    /// What the container says about its length, if it does; asked between being ready and the first read.
+    [[nodiscard]] std::optional<std::chrono::milliseconds> announcedDuration() const;
 
     /// The next samples, half a second at most; empty at the end, and when a stop is requested. Fails with
     /// AudioError.
     [[nodiscard]] std::vector<std::int16_t> read(const std::stop_token& stop = {});
 
 private:
-    bool readLength();
-    bool readSlice(std::vector<std::int16_t>& slice);
     [[noreturn]] void fail();
 
     DecoderProcess m_process;
-    std::optional<std::chrono::milliseconds> m_duration;
+    /// Came early, and is read first.
+    std::optional<SoundSlice> m_first;
     std::size_t m_samples = 0;
-    bool m_begun = false;
     bool m_ended = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include "speech/sandbox.h"
 #include "speech/sound_file.h"
+#include "speech/sound_slice.h"
 
 #include <poll.h>
 #include <sys/prctl.h>
@@ -9,7 +10,6 @@
 
 #include <csignal>
 #include <cstring>
-#include <string_view>
 #include <system_error>
 
 namespace velmora::server {
@@ -26,23 +26,7 @@ void followParent() {
     }
 }
 
-template<typename T>
-void append(std::string& bytes, const T* values, std::size_t count) {
-    bytes.append(reinterpret_cast<const char*>(values), count * sizeof(T));
-}
-
-void write(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const auto count = ::write(STDOUT_FILENO, bytes.data(), bytes.size());
-        if (count < 0) {
-            throw std::system_error(errno, std::generic_category(), "write");
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-}
-
-/// The length, then slices, each behind its size; the last is empty. Nothing is written before the first
-/// sound is there.
+/// Nothing is written before the first sound is there.
 DecoderExit decode() {
     try {
         enterSandbox();
@@ -51,18 +35,11 @@ DecoderExit decode() {
     }
     try {
         SoundFile file(STDIN_FILENO);
-        std::string message;
-        const std::int64_t length = file.announcedDuration() ? file.announcedDuration()->count() : noLength;
-        append(message, &length, 1);
-        for (bool more = true; more;) {
-            const auto slice = file.read();
-            const auto size = static_cast<std::uint32_t>(slice.size());
-            append(message, &size, 1);
-            append(message, slice.data(), slice.size());
-            write(message);
-            message.clear();
-            more = !slice.empty();
-        }
+        SoundSlice slice{.announced = file.announcedDuration(), .samples = {}};
+        do {
+            slice.samples = file.read();
+            writeSlice(STDOUT_FILENO, slice);
+        } while (!slice.samples.empty());
         return DecoderExit::Done;
     } catch (const std::exception&) {
         return DecoderExit::NoSound;

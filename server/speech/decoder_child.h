@@ -10,9 +10,6 @@ inline constexpr auto decodeArgument = "--decode-sound";
 /// How the child ends, unless a signal ends it.
 enum class DecoderExit : std::uint8_t { Done, NoSound, NotConfined };
 
-/// What the child writes before the sound: the announced length in milliseconds, or this.
-inline constexpr std::int64_t noLength = -1;
-
 /// To be called first thing in main(): if this process was started as the child that decodes, does that and
 /// ends it.
 void runDecoderChild(int argc, char** argv);

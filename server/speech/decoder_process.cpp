@@ -89,17 +89,6 @@ bool DecoderProcess::wait(std::chrono::milliseconds time) const {
     return ::poll(&output, 1, static_cast<int>(time.count())) > 0;
 }
 
-bool DecoderProcess::read(std::span<std::byte> bytes) const {
-    while (!bytes.empty()) {
-        const auto count = ::read(m_output, bytes.data(), bytes.size());
-        if (count == 0 || (count < 0 && errno != EINTR)) {
-            return false;
-        }
-        bytes = bytes.subspan(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    }
-    return true;
-}
-
 void DecoderProcess::allow(std::chrono::seconds processorTime) const {
     rlimit limits{};
     if (::prlimit(m_child, RLIMIT_CPU, nullptr, &limits) == 0) {

@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <optional>
-#include <span>
 
 namespace velmora::server {
 
@@ -21,8 +20,8 @@ public:
     /// Whether there is something to read, or the end, within that time.
     [[nodiscard]] bool wait(std::chrono::milliseconds time) const;
 
-    /// Fills `bytes` with what it writes. False if it ended before.
-    [[nodiscard]] bool read(std::span<std::byte> bytes) const;
+    /// Where its slices of sound come from.
+    [[nodiscard]] int output() const { return m_output; }
 
     /// Lets it use so much processor time in all.
     void allow(std::chrono::seconds processorTime) const;
