@@ -18,7 +18,7 @@ namespace velmora::server {
 namespace {
 
 /// What the child is started with. It gets its input and its output, and neither our other files (libraries
-/// leave some open to children) nor our environment and blocked signals.
+/// leave some open to children) nor our environment, nor signals that are kept for one thread.
 class Surroundings {
 public:
     Surroundings(int input, int output) {
@@ -30,9 +30,7 @@ public:
         ::posix_spawnattr_init(&m_attributes);
         sigemptyset(&signals);
         ::posix_spawnattr_setsigmask(&m_attributes, &signals);
-        sigaddset(&signals, SIGPIPE);
-        ::posix_spawnattr_setsigdefault(&m_attributes, &signals);
-        ::posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+        ::posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGMASK);
     }
     ~Surroundings() {
         ::posix_spawn_file_actions_destroy(&m_files);

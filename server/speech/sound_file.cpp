@@ -6,7 +6,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 
 extern "C" {
@@ -81,9 +80,7 @@ struct SoundFile::State {
     int inputRate = 0;
     int inputChannels = 0;
     int inputFormat = AV_SAMPLE_FMT_NONE;
-    /// How much of the frame went through the resampler.
-    int taken = 0;
-    /// What came out of it and was not read yet.
+    /// What came out of it and was not read yet: less than a slice, and then a frame at most.
     std::vector<std::int16_t> samples;
     bool drained = false;
     bool heardAnything = false;
@@ -92,7 +89,6 @@ struct SoundFile::State {
     void openCodec();
     void fitResampler();
     bool nextFrame();
-    void takeFromFrame();
     void decodeMore();
     void resample(const std::uint8_t** input, int count);
 };
@@ -192,30 +188,11 @@ void SoundFile::State::resample(const std::uint8_t** input, int count) {
     samples.resize(before + static_cast<std::size_t>(made));
 }
 
-/// Resamples the next half second of the frame at most: at a low rate a whole one can be a quarter of a
-/// minute.
-void SoundFile::State::takeFromFrame() {
-    fitResampler();
-    const int count = std::min(frame->nb_samples - taken, inputRate / 2);
-    const auto sampleFormat = static_cast<AVSampleFormat>(frame->format);
-    const bool planar = av_sample_fmt_is_planar(sampleFormat) != 0;
-    const auto offset = static_cast<std::size_t>(taken) *
-                        static_cast<std::size_t>(av_get_bytes_per_sample(sampleFormat)) *
-                        static_cast<std::size_t>(planar ? 1 : inputChannels);
-    std::array<const std::uint8_t*, maximalChannels> planes{};
-    for (int plane = 0; plane < (planar ? inputChannels : 1); ++plane) {
-        planes[static_cast<std::size_t>(plane)] = frame->extended_data[plane] + offset;
-    }
-    resample(planes.data(), count);
-    taken += count;
-    heardAnything = true;
-}
-
 void SoundFile::State::decodeMore() {
-    if (taken < frame->nb_samples) {
-        takeFromFrame();
-    } else if (nextFrame()) {
-        taken = 0;
+    if (nextFrame()) {
+        fitResampler();
+        resample(const_cast<const std::uint8_t**>(frame->extended_data), frame->nb_samples);
+        heardAnything = true;
     } else {
         drained = true;
         require(heardAnything, "no audio");

@@ -165,18 +165,6 @@ TEST_F(AudioDecoderTest, MoreChannelsThanMicrophonesHave_AreRefused) {
     EXPECT_THROW(decode(wavWith(samples, 17, 16'000)), AudioError);
 }
 
-TEST_F(AudioDecoderTest, LongFrame_ComesInSlices) {
-    TempFile file(folder.path());
-    file.append(constantFlac(4000));
-    AudioDecoder decoder(file.descriptor());
-    std::size_t total = 0;
-    for (auto samples = decoder.read(); !samples.empty(); samples = decoder.read()) {
-        EXPECT_LE(samples.size(), sliceSize);
-        total += samples.size();
-    }
-    EXPECT_NEAR(static_cast<double>(total), 65'535 * 4, 20);
-}
-
 /// What the children that were waited for since the last call took of the processor.
 class Usage {
 public:
@@ -257,7 +245,30 @@ TEST_F(DecoderProcessTest, HasItsInputAndOutput_AndNothingElseOfOurs) {
     EXPECT_EQ(readFile("/proc/" + std::to_string(process) + "/environ"), "");
 }
 
+TEST_F(DecoderProcessTest, EndsWhenItIsTold_ThoughTheServerKeepsThatForOneThread) {
+    sigset_t ends;
+    sigset_t before;
+    sigemptyset(&ends);
+    sigaddset(&ends, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &ends, &before);
+    decoder.emplace(file.descriptor());
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    ASSERT_TRUE(decoder->ready(30s));
+    process = children().at(0);
+    ::kill(process, SIGTERM);
+    expectEnd(process);
+}
+
 TEST_F(DecoderProcessTest, IsConfined) {
+    // Where cores were not to be made anyway, that is no test of one limit.
+    rlimit cores{};
+    ::getrlimit(RLIMIT_CORE, &cores);
+    const rlimit most{RLIM_INFINITY, RLIM_INFINITY};
+    ::setrlimit(RLIMIT_CORE, &most);
+    decoder.emplace(file.descriptor());
+    ASSERT_TRUE(decoder->ready(30s));
+    process = children().at(0);
+    ::setrlimit(RLIMIT_CORE, &cores);
     auto status = statusOf(process);
     EXPECT_EQ(status["NoNewPrivs"], "1");
     if (statusOf(::getpid()).contains("Seccomp")) {

@@ -160,6 +160,14 @@ protected:
         return *server;
     }
 
+    /// For tests that stop the process that decodes it: a file could do that by being slow.
+    [[nodiscard]] Poco::Net::StreamSocket sendSlowFile() const {
+        auto socket = client->connect();
+        const auto request = client->dictationRequest(tokens, soundOf(60s));
+        socket.sendBytes(request.data(), static_cast<int>(request.size()));
+        return socket;
+    }
+
     TestFolder folder;
     ServerOptions options = optionsIn(folder);
     std::unique_ptr<Server> server;
@@ -277,18 +285,25 @@ TEST_F(DictateTest, FileMadeToDoHarm_Is422BeforeAnyEvent_AndOthersAreServed) {
 }
 
 TEST_F(DictateTest, ClientThatGoesAwayWhileItsFileIsOpened_LeavesNoProcessBehind) {
-    // What is done to the process that decodes, a file could do by being slow.
     start(std::make_unique<FakeRecogniser>());
     pid_t process = 0;
     {
-        auto socket = client->connect();
-        const auto request =
-            client->dictationRequest(tokens, wavFile(std::vector<std::int16_t>(samplesIn(60s), 1000)));
-        socket.sendBytes(request.data(), static_cast<int>(request.size()));
+        const auto socket = sendSlowFile();
         process = waitForChild();
         ::kill(process, SIGSTOP);
     }
     expectEnd(process);
+}
+
+TEST_F(DictateTest, StoppingTheServerWhileAFileIsOpened_LeavesNoProcessBehind) {
+    start(std::make_unique<FakeRecogniser>());
+    const auto socket = sendSlowFile();
+    const auto process = waitForChild();
+    ::kill(process, SIGSTOP);
+    auto end = std::async(std::launch::async, [&] { server.reset(); });
+    EXPECT_EQ(end.wait_for(30s), std::future_status::ready);
+    EXPECT_FALSE(isRunning(process));
+    ::kill(process, SIGKILL);
 }
 
 TEST_F(DictateTest, ClientThatGoesAway_StopsTheWork) {

@@ -5,10 +5,12 @@
 #include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
+#include <ctime>
 
 namespace velmora::server {
 namespace {
@@ -41,7 +43,7 @@ TEST(SandboxDeathTest, Memory_IsBounded) {
 
 TEST(SandboxDeathTest, ProcessorTime_IsBounded) {
     EXPECT_EXIT(endWith([] {
-                    for (volatile bool more = true; more;) {
+                    while (std::clock() < 10 * CLOCKS_PER_SEC) {
                     }
                     return 0L;
                 }),
@@ -64,6 +66,19 @@ TEST(SandboxDeathTest, NoProcessIsMade_AndNoneTouched) {
     EXPECT_EXIT(endWith([] { return static_cast<long>(::kill(::getppid(), 0)); }),
                 ExitedWithCode(notPermitted), "");
 }
+
+#if defined(__x86_64__)
+TEST(SandboxDeathTest, CallsIn32BitManner_End) {
+    // There 1 is to exit, here it is to write, which is allowed. Where the kernel has no such calls, that
+    // kills too.
+    EXPECT_EXIT(
+        endWith([] {
+            asm volatile("int $0x80" ::"a"(1), "b"(0));
+            return 0L;
+        }),
+        [](int status) { return WIFSIGNALED(status); }, "");
+}
+#endif
 
 TEST(SandboxDeathTest, Limits_CannotBeRaised) {
     EXPECT_EXIT(endWith([] {
