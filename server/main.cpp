@@ -1,6 +1,7 @@
 #include "app/descriptor_limit.h"
 #include "app/log.h"
 #include "app/server.h"
+#include "speech/decoder_child.h"
 #include "speech/recogniser.h"
 
 #include <Poco/Exception.h>
@@ -36,6 +37,7 @@ int serve(const velmora::server::ServerOptions& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+    velmora::server::runDecoderChild(argc, argv);
     using velmora::server::ServerOptions;
     try {
         const auto options = ServerOptions::parse({argv + 1, argv + argc});

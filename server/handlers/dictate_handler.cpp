@@ -128,28 +128,32 @@ void DictateHandler::receive(Exchange& exchange, TempFile& file) const {
 }
 
 void DictateHandler::answer(Exchange& exchange, TempFile& file, DictationLine::Time begun) {
-    std::optional<AudioDecoder> audio;
+    exchange.allow(m_limits.duration * workPerDuration);
+    AudioDecoder audio(file.descriptor());
     try {
-        audio.emplace(file.descriptor());
+        while (!audio.ready(lookInterval)) {
+            if (m_stop.stop_requested() || exchange.peerGone()) {
+                return;
+            }
+        }
     } catch (const AudioError&) {
         throw HttpError(422, "bad_audio", "Не удалось прочитать запись");
     }
-    if (audio->announcedDuration() > m_limits.duration) {
+    if (audio.announcedDuration() > m_limits.duration) {
         throw HttpError(413, "too_long", "Запись слишком длинная");
     }
     const auto preferences = m_accounts.preferences(exchange.identity().account.id);
-    const auto sound = audio->announcedDuration().value_or(usualLength);
+    const auto sound = audio.announcedDuration().value_or(usualLength);
     refuseIfBusy(exchange, sound, begun);
     DictationLine::Place place(m_line, exchange.identity().account.id, sound);
     Dictation dictation(
-        *audio, m_recogniser, place,
+        audio, m_recogniser, place,
         {.language = Language::fromPreference(preferences.transcribeLanguage).value_or(Language()),
          .clean = preferences.cleanupEnabled,
          .spellTerms = preferences.devModeEnabled,
          .longest = m_limits.duration,
          .latestBegin = begun + m_limits.patience});
 
-    exchange.allow(m_limits.duration * workPerDuration);
     auto stream = exchange.openEventStream();
     DictationQueue events;
     // Ends and is waited for when this function is left, whichever way.

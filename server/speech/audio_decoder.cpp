@@ -1,228 +1,67 @@
 #include "speech/audio_decoder.h"
 
+#include "app/log.h"
+#include "speech/decoder_child.h"
 #include "speech/sample_rate.h"
+#include "speech/sandbox.h"
 
-#include <unistd.h>
+#include <sys/wait.h>
 
-#include <mutex>
-
-extern "C" {
-#include <libavcodec/avcodec.h>
-#include <libavformat/avformat.h>
-#include <libavutil/opt.h>
-#include <libswresample/swresample.h>
-
-#include <cerrno>
-}
+#include <string>
+#include <utility>
 
 namespace velmora::server {
 
-namespace {
-
-constexpr int ioBufferSize = 32 * 1024;
-constexpr int maximalChannels = 16;
-
-/// Containers that hold their sound themselves. Playlists and the like, which name other files, stay out.
-constexpr auto containers =
-    "mov,mp4,m4a,3gp,3g2,mj2,wav,w64,ogg,mp3,flac,matroska,webm,aac,adts,caf,aiff,au,amr";
-
-template<auto free>
-struct Freed {
-    template<typename T>
-    void operator()(T* pointer) const {
-        free(&pointer);
-    }
-};
-
-void freeIo(AVIOContext** io) {
-    if (*io) {
-        av_freep(&(*io)->buffer);
-    }
-    avio_context_free(io);
-}
-
-int readFile(void* opaque, std::uint8_t* buffer, int size) {
-    const auto count = ::read(*static_cast<int*>(opaque), buffer, static_cast<std::size_t>(size));
-    if (count < 0) {
-        return AVERROR(errno);
-    }
-    return count == 0 ? AVERROR_EOF : static_cast<int>(count);
-}
-
-std::int64_t seekFile(void* opaque, std::int64_t offset, int whence) {
-    const int descriptor = *static_cast<int*>(opaque);
-    if (whence & AVSEEK_SIZE) {
-        const auto here = ::lseek(descriptor, 0, SEEK_CUR);
-        const auto size = ::lseek(descriptor, 0, SEEK_END);
-        ::lseek(descriptor, here, SEEK_SET);
-        return size;
-    }
-    return ::lseek(descriptor, offset, whence & ~AVSEEK_FORCE);
-}
-
-void require(bool condition, const char* what) {
-    if (!condition) {
-        throw AudioError(what);
-    }
-}
-
-} // namespace
-
-struct AudioDecoder::State {
-    int descriptor;
-    std::unique_ptr<AVIOContext, Freed<freeIo>> io;
-    std::unique_ptr<AVFormatContext, Freed<avformat_close_input>> format;
-    std::unique_ptr<AVCodecContext, Freed<avcodec_free_context>> codec;
-    std::unique_ptr<SwrContext, Freed<swr_free>> resampler;
-    std::unique_ptr<AVPacket, Freed<av_packet_free>> packet{av_packet_alloc()};
-    std::unique_ptr<AVFrame, Freed<av_frame_free>> frame{av_frame_alloc()};
-    int stream = -1;
-    // What the resampler was made for.
-    int inputRate = 0;
-    int inputChannels = 0;
-    int inputFormat = AV_SAMPLE_FMT_NONE;
-    bool drained = false;
-    bool heardAnything = false;
-
-    void openContainer();
-    void openCodec();
-    void fitResampler();
-    bool nextFrame();
-    std::vector<std::int16_t> resample(const std::uint8_t** input, int count);
-};
-
-void AudioDecoder::State::openContainer() {
-    auto* buffer = static_cast<unsigned char*>(av_malloc(ioBufferSize));
-    io.reset(avio_alloc_context(buffer, ioBufferSize, 0, &descriptor, readFile, nullptr, seekFile));
-    auto* context = avformat_alloc_context();
-    context->pb = io.get();
-    context->format_whitelist = av_strdup(containers);
-    context->protocol_whitelist = av_strdup("none");
-    // Frees the context on failure.
-    require(avformat_open_input(&context, nullptr, nullptr, nullptr) == 0, "unknown container");
-    format.reset(context);
-    require(avformat_find_stream_info(context, nullptr) >= 0, "unreadable container");
-}
-
-void AudioDecoder::State::openCodec() {
-    const AVCodec* decoder = nullptr;
-    stream = av_find_best_stream(format.get(), AVMEDIA_TYPE_AUDIO, -1, -1, &decoder, 0);
-    require(stream >= 0 && decoder, "no audio");
-    for (unsigned i = 0; i < format->nb_streams; ++i) {
-        if (static_cast<int>(i) != stream) {
-            format->streams[i]->discard = AVDISCARD_ALL;
-        }
-    }
-    codec.reset(avcodec_alloc_context3(decoder));
-    require(avcodec_parameters_to_context(codec.get(), format->streams[stream]->codecpar) == 0 &&
-                avcodec_open2(codec.get(), decoder, nullptr) == 0,
-            "unknown codec");
-}
-
-void AudioDecoder::State::fitResampler() {
-    const int channels = frame->ch_layout.nb_channels;
-    if (resampler && frame->sample_rate == inputRate && channels == inputChannels &&
-        frame->format == inputFormat) {
-        return;
-    }
-    require(channels > 0 && channels <= maximalChannels && frame->sample_rate > 0, "odd audio format");
-    AVChannelLayout input{};
-    AVChannelLayout mono{};
-    av_channel_layout_default(&input, channels);
-    av_channel_layout_default(&mono, 1);
-    SwrContext* context = nullptr;
-    require(swr_alloc_set_opts2(&context, &mono, AV_SAMPLE_FMT_S16, sampleRate, &input,
-                                static_cast<AVSampleFormat>(frame->format), frame->sample_rate, 0,
-                                nullptr) == 0,
-            "odd audio format");
-    resampler.reset(context);
-    // The usual downmix adds the channels up and clips; this one averages them.
-    const std::vector<double> average(static_cast<std::size_t>(channels), 1.0 / channels);
-    if (channels > 1) {
-        require(swr_set_matrix(context, average.data(), channels) == 0, "odd audio format");
-    }
-    av_opt_set_int(context, "resampler", SWR_ENGINE_SOXR, 0);
-    require(swr_init(context) == 0, "odd audio format");
-    inputRate = frame->sample_rate;
-    inputChannels = channels;
-    inputFormat = frame->format;
-}
-
-/// False at the end. Damaged packets are passed over.
-bool AudioDecoder::State::nextFrame() {
-    while (true) {
-        const int result = avcodec_receive_frame(codec.get(), frame.get());
-        if (result == 0) {
-            return true;
-        }
-        if (result == AVERROR_EOF) {
-            return false;
-        }
-        if (result != AVERROR(EAGAIN)) {
-            continue;
-        }
-        if (av_read_frame(format.get(), packet.get()) < 0) {
-            avcodec_send_packet(codec.get(), nullptr);
-            continue;
-        }
-        if (packet->stream_index == stream) {
-            avcodec_send_packet(codec.get(), packet.get());
-        }
-        av_packet_unref(packet.get());
-    }
-}
-
-std::vector<std::int16_t> AudioDecoder::State::resample(const std::uint8_t** input, int count) {
-    const int room = swr_get_out_samples(resampler.get(), count);
-    require(room >= 0, "resampling failed");
-    std::vector<std::int16_t> samples(static_cast<std::size_t>(room));
-    auto* output = reinterpret_cast<std::uint8_t*>(samples.data());
-    const int made = swr_convert(resampler.get(), &output, room, input, count);
-    require(made >= 0, "resampling failed");
-    samples.resize(static_cast<std::size_t>(made));
-    return samples;
-}
-
 AudioDecoder::AudioDecoder(int descriptor)
-    : m_state(std::make_unique<State>()) {
-    static std::once_flag quiet;
-    // Its messages quote what stands in the files.
-    std::call_once(quiet, [] { av_log_set_level(AV_LOG_QUIET); });
-    m_state->descriptor = descriptor;
-    ::lseek(descriptor, 0, SEEK_SET);
-    m_state->openContainer();
-    m_state->openCodec();
-}
+    : m_process(descriptor) {}
 
-AudioDecoder::~AudioDecoder() = default;
+bool AudioDecoder::ready(std::chrono::milliseconds time) {
+    if (!m_first && m_process.wait(time)) {
+        m_first = readSlice(m_process.output());
+        if (!m_first) {
+            fail();
+        }
+    }
+    return m_first.has_value();
+}
 
 std::optional<std::chrono::milliseconds> AudioDecoder::announcedDuration() const {
-    const auto duration = m_state->format->duration;
-    if (duration == AV_NOPTS_VALUE || duration < 0) {
-        return std::nullopt;
-    }
-    return std::chrono::milliseconds(duration / (AV_TIME_BASE / 1000));
+    return m_first ? m_first->announced : std::nullopt;
 }
 
-std::vector<std::int16_t> AudioDecoder::read() {
-    auto& state = *m_state;
-    while (!state.drained) {
-        std::vector<std::int16_t> samples;
-        if (state.nextFrame()) {
-            state.fitResampler();
-            samples = state.resample(const_cast<const std::uint8_t**>(state.frame->extended_data),
-                                     state.frame->nb_samples);
-            state.heardAnything = true;
-        } else {
-            state.drained = true;
-            require(state.heardAnything, "no audio");
-            samples = state.resample(nullptr, 0);
-        }
-        if (!samples.empty()) {
-            return samples;
-        }
+std::vector<std::int16_t> AudioDecoder::read(const std::stop_token& stop) {
+    if (m_ended) {
+        return {};
     }
-    return {};
+    std::optional<SoundSlice> slice;
+    {
+        const std::stop_callback kill(stop, [this] { m_process.kill(); });
+        slice = m_first ? std::exchange(m_first, std::nullopt) : readSlice(m_process.output());
+    }
+    if (stop.stop_requested()) {
+        m_ended = true;
+        return {};
+    }
+    if (!slice) {
+        fail();
+    }
+    m_ended = slice->samples.empty();
+    m_samples += slice->samples.size();
+    // A second of sound earns a second of processor time.
+    m_process.allow(sandboxTime + std::chrono::seconds(m_samples / sampleRate));
+    return std::move(slice->samples);
+}
+
+void AudioDecoder::fail() {
+    m_ended = true;
+    const int status = m_process.end().value_or(0);
+    if (WIFEXITED(status) && WEXITSTATUS(status) == static_cast<int>(DecoderExit::NotConfined)) {
+        throw std::runtime_error("the sound decoder cannot be confined");
+    }
+    if (WIFSIGNALED(status)) {
+        log("the sound decoder ended by signal " + std::to_string(WTERMSIG(status)));
+    }
+    throw AudioError("no sound that can be read");
 }
 
 } // namespace velmora::server

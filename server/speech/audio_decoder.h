@@ -1,39 +1,44 @@
 #pragma once
 
+#include "speech/audio_error.h"
+#include "speech/decoder_process.h"
+#include "speech/sound_slice.h"
+
 #include <chrono>
 #include <cstdint>
-#include <memory>
 #include <optional>
-#include <stdexcept>
+#include <stop_token>
 #include <vector>
 
 namespace velmora::server {
 
-/// A file that holds no audio that can be read.
-class AudioError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// Reads the sound of an uploaded file, in whatever container and codec it came, as 16 kHz mono. Channels are
-/// averaged. All failures are AudioError.
+/// The sound of an uploaded file as 16 kHz mono. It is decoded in a process of its own, where a file can do
+/// no harm, and no further ahead than a pipe holds.
 class AudioDecoder {
 public:
-    /// Reads from a seekable descriptor, which must stay open.
+    /// Starts reading a seekable descriptor from its beginning; nobody else may read from it. Fails with
+    /// std::system_error.
     explicit AudioDecoder(int descriptor);
-    ~AudioDecoder();
-    AudioDecoder(const AudioDecoder&) = delete;
-    AudioDecoder& operator=(const AudioDecoder&) = delete;
 
-    /// What the container says about its length, if it does.
+    /// True once the first sound is there, which is waited for that long. Fails with AudioError if there is
+    /// none.
+    [[nodiscard]] bool ready(std::chrono::milliseconds time);
+
+    /// What the container says about its length, if it does; asked between being ready and the first read.
     [[nodiscard]] std::optional<std::chrono::milliseconds> announcedDuration() const;
 
-    /// The next samples, some tenths of a second at most; empty at the end.
-    [[nodiscard]] std::vector<std::int16_t> read();
+    /// The next samples, half a second at most; empty at the end, and when a stop is requested. Fails with
+    /// AudioError.
+    [[nodiscard]] std::vector<std::int16_t> read(const std::stop_token& stop = {});
 
 private:
-    struct State;
-    std::unique_ptr<State> m_state;
+    [[noreturn]] void fail();
+
+    DecoderProcess m_process;
+    /// Came early, and is read first.
+    std::optional<SoundSlice> m_first;
+    std::size_t m_samples = 0;
+    bool m_ended = false;
 };
 
 } // namespace velmora::server

@@ -101,13 +101,13 @@ DictationEvent Dictation::transcribe(const Sink& sink, const std::stop_token& st
     };
 
     std::size_t heard = 0;
-    for (auto samples = m_audio.read(); !samples.empty() && !stop.stop_requested();
-         samples = m_audio.read()) {
+    for (auto samples = m_audio.read(stop); !samples.empty() && !stop.stop_requested();
+         samples = m_audio.read(stop)) {
         heard += samples.size();
         if (heard > samplesIn(m_settings.longest)) {
             return DictationFailed{"too_long", "Запись слишком длинная"};
         }
-        cutter.push(samples);
+        cutter.push(samples, stop);
         recognisePieces();
     }
     cutter.finish();

@@ -47,10 +47,16 @@ PauseCutter::PauseCutter(PieceLimits limits)
     : m_limits(limits)
     , m_noise(initialNoise) {}
 
-void PauseCutter::push(std::span<const std::int16_t> samples) {
-    m_samples.insert(m_samples.end(), samples.begin(), samples.end());
-    while ((m_levels.size() + 1) * frameSize <= m_samples.size()) {
-        takeFrame();
+void PauseCutter::push(std::span<const std::int16_t> samples, const std::stop_token& stop) {
+    // Frame by frame, so that a cut moves no more than its piece however much comes at once.
+    while (!samples.empty() && !stop.stop_requested()) {
+        const auto missing = (m_levels.size() + 1) * frameSize - m_samples.size();
+        const auto part = samples.first(std::min(missing, samples.size()));
+        m_samples.insert(m_samples.end(), part.begin(), part.end());
+        samples = samples.subspan(part.size());
+        if (part.size() == missing) {
+            takeFrame();
+        }
     }
 }
 
@@ -59,17 +65,16 @@ void PauseCutter::takeFrame() {
     m_noise = std::max(lowestNoise, std::min(level, m_noise * noiseRise));
     m_levels.push_back(level);
     m_speech.push_back(level > m_noise * speechAboveNoise);
+    m_silent = m_speech.back() ? 0 : m_silent + 1;
 
     const auto frames = m_levels.size();
-    const auto lastSpeech = std::find(m_speech.rbegin(), m_speech.rend(), true);
-    const auto silent = static_cast<std::size_t>(lastSpeech - m_speech.rbegin());
-    if (lastSpeech == m_speech.rend()) {
+    if (m_silent == frames) {
         if (frames > paddingFrames) {
             cutAt(0, frames - paddingFrames);
         }
-    } else if (silent >= framesIn(m_limits.pause) && frames - silent >= framesIn(m_limits.shortest)) {
-        const auto padding = std::min(silent, paddingFrames);
-        cutAt(frames - silent + padding, frames - padding);
+    } else if (m_silent >= framesIn(m_limits.pause) && frames - m_silent >= framesIn(m_limits.shortest)) {
+        const auto padding = std::min(m_silent, paddingFrames);
+        cutAt(frames - m_silent + padding, frames - padding);
     } else if (frames >= framesIn(m_limits.longest)) {
         const auto place = quietestFrame();
         cutAt(place, place);
@@ -101,6 +106,7 @@ void PauseCutter::cutAt(std::size_t frames, std::size_t frameToContinueFrom) {
     m_samples.erase(m_samples.begin(), m_samples.begin() + rest * static_cast<std::ptrdiff_t>(frameSize));
     m_levels.erase(m_levels.begin(), m_levels.begin() + rest);
     m_speech.erase(m_speech.begin(), m_speech.begin() + rest);
+    m_silent = std::min(m_silent, m_speech.size());
 }
 
 void PauseCutter::finish() {

@@ -5,6 +5,7 @@
 #include <deque>
 #include <optional>
 #include <span>
+#include <stop_token>
 #include <vector>
 
 namespace velmora::server {
@@ -25,7 +26,8 @@ public:
 
     explicit PauseCutter(PieceLimits limits);
 
-    void push(std::span<const std::int16_t> samples);
+    /// Leaves off when a stop is requested.
+    void push(std::span<const std::int16_t> samples, const std::stop_token& stop = {});
 
     /// Nothing more comes: what is left becomes the last piece.
     void finish();
@@ -40,11 +42,14 @@ private:
 
     PieceLimits m_limits;
     std::deque<Piece> m_finished;
-    /// Whole frames that belong to the current piece, then what does not fill a frame yet.
+    /// Whole frames that belong to the current piece, then what does not fill a frame yet; never more than
+    /// the longest piece.
     Piece m_samples;
     /// Level of each frame in m_samples, as root mean square.
     std::vector<float> m_levels;
     std::vector<bool> m_speech;
+    /// Frames of the current piece behind its last speech.
+    std::size_t m_silent = 0;
     float m_noise;
 };
 

@@ -16,4 +16,7 @@ inline constexpr int sampleRate = 16000;
     return static_cast<std::size_t>(time.count()) * sampleRate / 1000;
 }
 
+/// Sound is decoded and handed on in slices of half a second.
+inline constexpr std::size_t sliceSize = samplesIn(std::chrono::milliseconds(500));
+
 } // namespace velmora::server

@@ -1,6 +1,8 @@
 #include "app/server.h"
+#include "attack_files.h"
 #include "fake_recogniser.h"
 #include "fake_transcription_service.h"
+#include "processes.h"
 #include "speech/openai_recogniser.h"
 #include "speech/pocketsphinx_recogniser.h"
 #include "speech/sample_rate.h"
@@ -12,6 +14,7 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <csignal>
 #include <future>
 
 namespace velmora::server {
@@ -157,6 +160,14 @@ protected:
         return *server;
     }
 
+    /// For tests that stop the process that decodes it: a file could do that by being slow.
+    [[nodiscard]] Poco::Net::StreamSocket sendSlowFile() const {
+        auto socket = client->connect();
+        const auto request = client->dictationRequest(tokens, soundOf(60s));
+        socket.sendBytes(request.data(), static_cast<int>(request.size()));
+        return socket;
+    }
+
     TestFolder folder;
     ServerOptions options = optionsIn(folder);
     std::unique_ptr<Server> server;
@@ -257,6 +268,42 @@ TEST_F(DictateTest, WhatIsNoAudio_Is422_AndNoMultipartIs400) {
         client->sendAs(tokens, "POST", "/v1/dictate", "sound", {{"Content-Type", "audio/wav"}});
     EXPECT_EQ(plain.status, 400);
     EXPECT_EQ(plain.code(), "bad_multipart");
+}
+
+TEST_F(DictateTest, FileMadeToDoHarm_Is422BeforeAnyEvent_AndOthersAreServed) {
+    auto recogniser = std::make_unique<FakeRecogniser>();
+    recogniser->phrases = {"hello"};
+    start(std::move(recogniser));
+    for (const auto& file : {constantFlac(2), constantFlac(3999), filmOfOnePng(2000, 2000),
+                             filmOfManySamples(0x04000000), wavWith({1, 2, 3}, 1, 0)}) {
+        const auto reply = client->dictate(tokens, file);
+        EXPECT_EQ(reply.status, 422);
+        EXPECT_EQ(reply.code(), "bad_audio");
+        EXPECT_EQ(reply.json()->getValue<std::string>("message"), "Не удалось прочитать запись");
+    }
+    EXPECT_EQ(textOf(client->dictate(tokens, someSound()).events().back(), "text"), "Hello.");
+}
+
+TEST_F(DictateTest, ClientThatGoesAwayWhileItsFileIsOpened_LeavesNoProcessBehind) {
+    start(std::make_unique<FakeRecogniser>());
+    pid_t process = 0;
+    {
+        const auto socket = sendSlowFile();
+        process = waitForChild();
+        ::kill(process, SIGSTOP);
+    }
+    expectEnd(process);
+}
+
+TEST_F(DictateTest, StoppingTheServerWhileAFileIsOpened_LeavesNoProcessBehind) {
+    start(std::make_unique<FakeRecogniser>());
+    const auto socket = sendSlowFile();
+    const auto process = waitForChild();
+    ::kill(process, SIGSTOP);
+    auto end = std::async(std::launch::async, [&] { server.reset(); });
+    EXPECT_EQ(end.wait_for(30s), std::future_status::ready);
+    EXPECT_FALSE(isRunning(process));
+    ::kill(process, SIGKILL);
 }
 
 TEST_F(DictateTest, ClientThatGoesAway_StopsTheWork) {

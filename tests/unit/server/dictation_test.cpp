@@ -1,4 +1,5 @@
 #include "fake_recogniser.h"
+#include "processes.h"
 #include "speech/audio_decoder.h"
 #include "speech/dictation.h"
 #include "speech/sample_rate.h"
@@ -8,6 +9,8 @@
 
 #include <gmock/gmock.h>
 
+#include <csignal>
+#include <future>
 #include <thread>
 
 namespace velmora::server {
@@ -45,6 +48,22 @@ protected:
     DictationLine line{1};
     Dictation::Settings settings{.language = {}, .clean = true, .longest = 30min};
 };
+
+TEST_F(DictationTest, StoppedWhileItWaitsForSound_Ends) {
+    TempFile file(folder.path());
+    file.append(wavFile(std::vector<std::int16_t>(samplesIn(60s))));
+    AudioDecoder audio(file.descriptor());
+    const auto process = waitForChild();
+    ::kill(process, SIGSTOP);
+    DictationLine::Place place(line, "account", 60s);
+    Dictation dictation(audio, recogniser, place, settings);
+    std::stop_source stop;
+    auto end = std::async(std::launch::async, [&] { dictation.run([](const auto&) {}, stop.get_token()); });
+    EXPECT_EQ(end.wait_for(200ms), std::future_status::timeout);
+    stop.request_stop();
+    EXPECT_EQ(end.wait_for(30s), std::future_status::ready);
+    ::kill(process, SIGKILL);
+}
 
 TEST_F(DictationTest, Phrases_ComeOneByOne_AndAreTheBeginningOfTheText) {
     recogniser.phrases = {"um hello hello world", "how are you"};
@@ -133,15 +152,20 @@ protected:
                       {.language = Language::fromPreference(language).value(), .longest = 30min})
                 .run([](const DictationEvent& /*event*/) {}, {});
         });
+        waitUntilWaiting(waiting + (threads.size() == 1 ? 0 : 1));
+    }
+
+    /// Until one is at work and so many are in the line.
+    void waitUntilWaiting(std::size_t count) {
         const auto patience = std::chrono::steady_clock::now() + 30s;
-        const auto isThere = [&] {
+        const auto isSo = [&] {
             const std::scoped_lock lock(recogniser.mutex);
-            return recogniser.atWork == 1 && line.waiting() == waiting + (threads.size() == 1 ? 0 : 1);
+            return recogniser.atWork == 1 && line.waiting() == count;
         };
-        while (!isThere() && std::chrono::steady_clock::now() < patience) {
+        while (!isSo() && std::chrono::steady_clock::now() < patience) {
             std::this_thread::yield();
         }
-        ASSERT_TRUE(isThere());
+        ASSERT_TRUE(isSo());
     }
 
     TestFolder folder;
@@ -153,7 +177,12 @@ protected:
 TEST_F(DictationsTest, Turn_IsForAPiece_AndNotForAWholeDictation) {
     start("ann", "en");
     start("bob", "ru");
-    recogniser.release();
+    for (int piece = 0; piece < 2; ++piece) {
+        recogniser.release(1);
+        // Who had the turn is back with the next piece.
+        waitUntilWaiting(1);
+    }
+    recogniser.release(2);
     threads.clear();
     EXPECT_THAT(recogniser.languages, ElementsAre("en", "ru", "en", "ru"));
     EXPECT_EQ(recogniser.busiest, 1);
@@ -165,7 +194,7 @@ TEST_F(DictationsTest, TwentyOfOneAccount_DoNotDelayTheFirstOfAnother) {
         start("ann", "en");
     }
     start("bob", "ru");
-    recogniser.release();
+    recogniser.release(2 * 22);
     threads.clear();
     ASSERT_EQ(recogniser.languages.size(), 2U * 22);
     EXPECT_EQ(recogniser.languages[1], "ru");

@@ -100,7 +100,8 @@ struct SlowRecogniser : Recogniser {
             owner.languages.push_back(language);
             owner.busiest = std::max(owner.busiest, ++owner.atWork);
             owner.changed.notify_all();
-            owner.changed.wait(lock, stop, [this] { return owner.released; });
+            owner.changed.wait(lock, stop, [this] { return owner.released > 0; });
+            --owner.released;
             --owner.atWork;
             return "word";
         }
@@ -116,15 +117,15 @@ struct SlowRecogniser : Recogniser {
         return std::make_unique<Turn>(*this, expectation.language.code());
     }
 
-    void release() {
+    void release(int pieces) {
         const std::scoped_lock lock(mutex);
-        released = true;
+        released += pieces;
         changed.notify_all();
     }
 
     std::mutex mutex;
     std::condition_variable_any changed;
-    bool released = false;
+    int released = 0;
     int atWork = 0;
     int busiest = 0;
     std::vector<std::string> languages;

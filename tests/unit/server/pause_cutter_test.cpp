@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <ctime>
 #include <random>
 
 namespace velmora::server {
@@ -136,6 +137,28 @@ TEST(PauseCutter, BlockSize_DoesNotMatter) {
     const auto expected = cut(sound, {}, sound.size());
     EXPECT_EQ(cut(sound, {}, 1), expected);
     EXPECT_EQ(cut(sound, {}, 777), expected);
+}
+
+TEST(PauseCutter, MuchAtOnce_TakesNoLongerThanInBlocks) {
+    const auto timeFor = [](const Samples& sound, std::size_t blockSize) {
+        const auto begin = std::clock();
+        EXPECT_FALSE(cut(sound, {}, blockSize).empty());
+        return static_cast<double>(std::clock() - begin);
+    };
+    // Silence is dropped a frame at a time, speech a piece at a time.
+    for (const auto& sound : {join({speech(2s), Samples(samplesIn(5min))}), speech(10min)}) {
+        const auto inBlocks = timeFor(sound, samplesIn(500ms));
+        EXPECT_LT(timeFor(sound, sound.size()), 10 * inBlocks);
+    }
+}
+
+TEST(PauseCutter, Stopped_LeavesTheRest) {
+    std::stop_source stop;
+    PauseCutter cutter({});
+    cutter.push(speech(2s), stop.get_token());
+    stop.request_stop();
+    cutter.push(join({Samples(samplesIn(1s)), speech(2s), Samples(samplesIn(1s))}), stop.get_token());
+    EXPECT_FALSE(cutter.next());
 }
 
 TEST(PauseCutter, LimitsOfTheRecogniser_AreKept) {

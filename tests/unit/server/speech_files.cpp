@@ -1,6 +1,7 @@
 #include "speech_files.h"
 
 #include "speech/audio_decoder.h"
+#include "speech/sample_rate.h"
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -10,6 +11,7 @@
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
+#include <libswresample/swresample.h>
 }
 
 namespace velmora::server {
@@ -22,14 +24,75 @@ void require(bool condition, const std::string& what) {
     }
 }
 
-void encodeTo(const std::filesystem::path& file, const std::vector<std::int16_t>& samples) {
+using Samples = std::vector<std::int16_t>;
+
+/// The samples as the encoder wants them.
+class Planes {
+public:
+    Planes(const Samples& samples, AVCodecContext& codec)
+        : m_codec(codec) {
+        SwrContext* resampler = nullptr;
+        AVChannelLayout mono{};
+        av_channel_layout_default(&mono, 1);
+        require(swr_alloc_set_opts2(&resampler, &codec.ch_layout, codec.sample_fmt, codec.sample_rate, &mono,
+                                    AV_SAMPLE_FMT_S16, sampleRate, 0, nullptr) == 0,
+                "resampler");
+        // The usual way to more channels makes each of them quieter.
+        const std::vector<double> same(static_cast<std::size_t>(codec.ch_layout.nb_channels), 1);
+        require(swr_set_matrix(resampler, same.data(), 1) == 0 && swr_init(resampler) == 0, "resampler");
+        const int room = swr_get_out_samples(resampler, static_cast<int>(samples.size())) + codec.sample_rate;
+        require(av_samples_alloc_array_and_samples(&m_data, nullptr, codec.ch_layout.nb_channels, room,
+                                                   codec.sample_fmt, 0) >= 0,
+                "samples");
+        const auto* input = reinterpret_cast<const std::uint8_t*>(samples.data());
+        m_count = swr_convert(resampler, m_data, room, &input, static_cast<int>(samples.size()));
+        require(m_count >= 0, "resampling");
+        swr_free(&resampler);
+    }
+    ~Planes() {
+        av_freep(&m_data[0]);
+        av_freep(&m_data);
+    }
+    Planes(const Planes&) = delete;
+    Planes& operator=(const Planes&) = delete;
+
+    [[nodiscard]] int count() const { return m_count; }
+
+    /// Lets the frame have these without owning them.
+    void lend(AVFrame& frame, int begin, int count) const {
+        const bool planar = av_sample_fmt_is_planar(m_codec.sample_fmt) != 0;
+        const int channels = m_codec.ch_layout.nb_channels;
+        const auto offset = begin * av_get_bytes_per_sample(m_codec.sample_fmt) * (planar ? 1 : channels);
+        for (int plane = 0; plane < (planar ? channels : 1); ++plane) {
+            frame.data[plane] = m_data[plane] + offset;
+        }
+        frame.extended_data = frame.data;
+        frame.nb_samples = count;
+        frame.format = m_codec.sample_fmt;
+        frame.sample_rate = m_codec.sample_rate;
+        frame.pts = begin;
+        av_channel_layout_copy(&frame.ch_layout, &m_codec.ch_layout);
+    }
+
+private:
+    AVCodecContext& m_codec;
+    std::uint8_t** m_data = nullptr;
+    int m_count = 0;
+};
+
+} // namespace
+
+void encode(const Samples& samples, const Encoding& encoding, const std::filesystem::path& file) {
     AVFormatContext* format = nullptr;
-    require(avformat_alloc_output_context2(&format, nullptr, "ipod", file.c_str()) >= 0, "muxer");
-    auto* codec = avcodec_alloc_context3(avcodec_find_encoder(AV_CODEC_ID_AAC));
-    codec->sample_fmt = AV_SAMPLE_FMT_FLTP;
-    codec->sample_rate = 16000;
+    require(avformat_alloc_output_context2(&format, nullptr, encoding.container.c_str(), file.c_str()) >= 0,
+            "muxer");
+    const auto* encoder = avcodec_find_encoder_by_name(encoding.codec.c_str());
+    require(encoder, "finding " + encoding.codec);
+    auto* codec = avcodec_alloc_context3(encoder);
+    codec->sample_fmt = encoder->sample_fmts[0];
+    codec->sample_rate = encoding.rate;
     codec->bit_rate = 64000;
-    av_channel_layout_default(&codec->ch_layout, 2);
+    av_channel_layout_default(&codec->ch_layout, encoding.channels);
     codec->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     require(avcodec_open2(codec, nullptr, nullptr) == 0, "encoder");
     auto* stream = avformat_new_stream(format, nullptr);
@@ -44,7 +107,8 @@ void encodeTo(const std::filesystem::path& file, const std::vector<std::int16_t>
 
     auto* frame = av_frame_alloc();
     auto* packet = av_packet_alloc();
-    const auto frameSize = static_cast<std::size_t>(codec->frame_size);
+    const Planes planes(samples, *codec);
+    const auto frameSize = codec->frame_size > 0 ? codec->frame_size : 1024;
     const auto drain = [&] {
         while (avcodec_receive_packet(codec, packet) == 0) {
             av_packet_rescale_ts(packet, codec->time_base, stream->time_base);
@@ -52,20 +116,8 @@ void encodeTo(const std::filesystem::path& file, const std::vector<std::int16_t>
             av_packet_unref(packet);
         }
     };
-    for (std::size_t begin = 0; begin < samples.size(); begin += frameSize) {
-        const auto count = std::min(frameSize, samples.size() - begin);
-        frame->nb_samples = static_cast<int>(count);
-        frame->format = codec->sample_fmt;
-        frame->sample_rate = codec->sample_rate;
-        frame->pts = static_cast<std::int64_t>(begin);
-        av_channel_layout_copy(&frame->ch_layout, &codec->ch_layout);
-        require(av_frame_get_buffer(frame, 0) == 0, "frame");
-        for (int channel = 0; channel < 2; ++channel) {
-            auto* out = reinterpret_cast<float*>(frame->extended_data[channel]);
-            for (std::size_t i = 0; i < count; ++i) {
-                out[i] = static_cast<float>(samples[begin + i]) / 32768.0F;
-            }
-        }
+    for (int begin = 0; begin < planes.count(); begin += frameSize) {
+        planes.lend(*frame, begin, std::min(frameSize, planes.count() - begin));
         require(avcodec_send_frame(codec, frame) == 0, "encoding");
         av_frame_unref(frame);
         drain();
@@ -80,8 +132,6 @@ void encodeTo(const std::filesystem::path& file, const std::vector<std::int16_t>
     avio_closep(&format->pb);
     avformat_free_context(format);
 }
-
-} // namespace
 
 void speakToWav(const std::string& text, const std::filesystem::path& file) {
     const auto name = file.string();
@@ -105,7 +155,7 @@ void speakToM4a(const std::string& text, const std::filesystem::path& file) {
         samples.insert(samples.end(), more.begin(), more.end());
     }
     ::close(descriptor);
-    encodeTo(file, samples);
+    encode(samples, {.container = "ipod", .codec = "aac", .channels = 2}, file);
 }
 
 std::string readFile(const std::filesystem::path& file) {
