@@ -2,7 +2,9 @@
 
 #include "platform/linux/x11_connection.h"
 #include "support/desktop/wait_until.h"
+#include "support/desktop/x11_selection_reader.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QUrl>
@@ -41,6 +43,49 @@ area.onfocus = show;
 if (document.activeElement === area) show();
 </script>)";
 
+constexpr const char* tkEditor = R"(import os, sys, tkinter
+window = tkinter.Tk(className="Tk")
+text = tkinter.Text(window)
+text.pack()
+text.focus_force()
+def save(event):
+    if text.edit_modified():
+        text.edit_modified(False)
+        with open(sys.argv[1] + ".new", "w", encoding="utf-8") as file:
+            file.write(text.get("1.0", "end-1c"))
+        os.replace(sys.argv[1] + ".new", sys.argv[1])
+text.bind("<<Modified>>", save)
+window.mainloop()
+)";
+
+// Nothing is asked for, shown first or fetched.
+constexpr const char* firefoxPreferences = R"(user_pref("browser.shell.checkDefaultBrowser", false);
+user_pref("browser.aboutwelcome.enabled", false);
+user_pref("browser.startup.homepage_override.mstone", "ignore");
+user_pref("datareporting.policy.dataSubmissionEnabled", false);
+user_pref("toolkit.telemetry.reportingpolicy.firstRun", false);
+user_pref("app.normandy.enabled", false);
+user_pref("browser.safebrowsing.downloads.enabled", false);
+user_pref("network.captive-portal-service.enabled", false);
+user_pref("network.connectivity-service.enabled", false);
+user_pref("extensions.getAddons.cache.enabled", false);
+user_pref("extensions.update.enabled", false);
+user_pref("media.gmp-manager.updateEnabled", false);
+user_pref("browser.search.update", false);
+)";
+
+// Of the field that has the focus.
+QString everythingCopied() {
+    X11Connection x;
+    xcb_set_selection_owner(x.get(), XCB_WINDOW_NONE, x.atom("CLIPBOARD"), XCB_CURRENT_TIME);
+    x.sync();
+    pressKeys("ctrl+a");
+    pressKeys("ctrl+c");
+    const QString text = X11SelectionReader().read("CLIPBOARD").value_or(QString());
+    pressKeys("Right");
+    return text;
+}
+
 } // namespace
 
 TargetApplication::TargetApplication() = default;
@@ -57,16 +102,7 @@ TargetApplication::~TargetApplication() {
 }
 
 std::unique_ptr<TargetApplication> TargetApplication::mousepad() {
-    std::unique_ptr<TargetApplication> target(new TargetApplication);
-    QFile file(target->path("document"));
-    [[maybe_unused]] const bool created = file.open(QIODevice::WriteOnly);
-    target->m_read = [t = target.get()] {
-        pressKeys("ctrl+s");
-        return t->fileText("document");
-    };
-    target->start(QStringLiteral("mousepad"), {QStringLiteral("--disable-server"), file.fileName()},
-                  "Mousepad");
-    return target;
+    return editorOfAFile(QStringLiteral("mousepad"), {QStringLiteral("--disable-server")}, "Mousepad");
 }
 
 std::unique_ptr<TargetApplication> TargetApplication::xterm() {
@@ -74,7 +110,7 @@ std::unique_ptr<TargetApplication> TargetApplication::xterm() {
     target->m_read = [t = target.get()] { return t->fileText("document"); };
     target->start(QStringLiteral("xterm"),
                   {QStringLiteral("-u8"), QStringLiteral("-e"), QStringLiteral("sh"), QStringLiteral("-c"),
-                   QStringLiteral("stty raw -echo; : >'%1'; exec cat >>'%1'").arg(target->path("document"))},
+                   target->catIntoTheDocument()},
                   "XTerm");
     const auto shellRuns = [&] { return QFile::exists(target->path("document")); };
     target->m_ready = target->m_ready && waitUntil(shellRuns);
@@ -111,18 +147,104 @@ std::unique_ptr<TargetApplication> TargetApplication::chromium() {
                   "Chromium");
     const auto areaHasFocus = [&] { return activeTitle().startsWith(mark); };
     target->m_ready = target->m_ready && waitUntil(areaHasFocus);
-    // Keys are lost for a while yet: wait until one comes through, then take back what there is of it.
-    const auto typed = [&] {
-        pressKeys("a");
-        return !target->m_read().isEmpty();
+    target->m_ready = target->m_ready && target->takesKeys();
+    return target;
+}
+
+std::unique_ptr<TargetApplication> TargetApplication::gedit() {
+    return editorOfAFile(QStringLiteral("gedit"), {QStringLiteral("--standalone")}, "Gedit");
+}
+
+std::unique_ptr<TargetApplication> TargetApplication::gnomeTextEditor() {
+    return editorOfAFile(QStringLiteral("gnome-text-editor"), {QStringLiteral("--standalone")},
+                         "gnome-text-editor");
+}
+
+std::unique_ptr<TargetApplication> TargetApplication::tk() {
+    std::unique_ptr<TargetApplication> target(new TargetApplication);
+    QFile script(target->path("editor.py"));
+    if (script.open(QIODevice::WriteOnly))
+        script.write(tkEditor);
+    script.close();
+    target->m_read = [t = target.get()] { return t->fileText("document"); };
+    target->start(QStringLiteral("python3"), {script.fileName(), target->path("document")}, "Tk");
+    return target;
+}
+
+std::unique_ptr<TargetApplication> TargetApplication::vteTerminal() {
+    std::unique_ptr<TargetApplication> target(new TargetApplication);
+    target->m_read = [t = target.get()] { return t->fileText("document"); };
+    target->start(QStringLiteral("xfce4-terminal"),
+                  {QStringLiteral("--disable-server"), QStringLiteral("-x"), QStringLiteral("sh"),
+                   QStringLiteral("-c"), target->catIntoTheDocument()},
+                  "Xfce4-terminal");
+    target->m_ready = target->m_ready && waitUntil([&] { return QFile::exists(target->path("document")); });
+    return target;
+}
+
+std::unique_ptr<TargetApplication> TargetApplication::writer() {
+    std::unique_ptr<TargetApplication> target(new TargetApplication);
+    target->m_read = [] { return everythingCopied(); };
+    target->start(QStringLiteral("soffice"),
+                  {QStringLiteral("-env:UserInstallation=file://") + target->path("profile"),
+                   QStringLiteral("--writer"), QStringLiteral("--norestore"), QStringLiteral("--nologo"),
+                   QStringLiteral("--nofirststartwizard")},
+                  "libreoffice-writer");
+    target->m_ready = target->m_ready && target->takesKeys();
+    return target;
+}
+
+std::unique_ptr<TargetApplication> TargetApplication::firefox() {
+    std::unique_ptr<TargetApplication> target(new TargetApplication);
+    QDir().mkpath(target->path("profile"));
+    QFile preferences(target->path("profile/user.js"));
+    if (preferences.open(QIODevice::WriteOnly))
+        preferences.write(firefoxPreferences);
+    preferences.close();
+    QFile file(target->path("page.html"));
+    if (file.open(QIODevice::WriteOnly))
+        file.write(page);
+    file.close();
+    target->m_read = [] { return everythingCopied(); };
+    target->start(QStringLiteral("firefox-esr"),
+                  {QStringLiteral("--new-instance"), QStringLiteral("--profile"), target->path("profile"),
+                   QStringLiteral("file://") + file.fileName()},
+                  "firefox-esr");
+    const auto areaHasFocus = [] { return activeTitle().startsWith(QStringLiteral("text:")); };
+    target->m_ready = target->m_ready && waitUntil(areaHasFocus, 60s) && target->takesKeys();
+    return target;
+}
+
+std::unique_ptr<TargetApplication> TargetApplication::editorOfAFile(const QString& program,
+                                                                    const QStringList& options,
+                                                                    const QByteArray& windowClass) {
+    std::unique_ptr<TargetApplication> target(new TargetApplication);
+    QFile file(target->path("document"));
+    [[maybe_unused]] const bool created = file.open(QIODevice::WriteOnly);
+    target->m_read = [t = target.get()] {
+        pressKeys("ctrl+s");
+        return t->fileText("document");
     };
-    const auto empty = [&] {
+    target->start(program, QStringList(options) << file.fileName(), windowClass);
+    return target;
+}
+
+QString TargetApplication::catIntoTheDocument() const {
+    return QStringLiteral("stty raw -echo; : >'%1'; exec cat >>'%1'").arg(path("document"));
+}
+
+// Keys are lost for a while after a window has come: wait until one gets through, then take it back.
+bool TargetApplication::takesKeys() {
+    const auto typed = [this] {
+        pressKeys("a");
+        return !m_read().isEmpty();
+    };
+    const auto empty = [this] {
         pressKeys("ctrl+a");
         pressKeys("BackSpace");
-        return target->m_read().isEmpty();
+        return m_read().isEmpty();
     };
-    target->m_ready = target->m_ready && waitUntil(typed) && waitUntil(empty);
-    return target;
+    return waitUntil(typed, 60s) && waitUntil(empty, 20s);
 }
 
 void TargetApplication::start(const QString& program, const QStringList& arguments,

@@ -21,6 +21,15 @@ public:
                                                                      const QStringList& ownPieces = {});
     /// A page with a text area.
     [[nodiscard]] static std::unique_ptr<TargetApplication> chromium();
+    [[nodiscard]] static std::unique_ptr<TargetApplication> gedit();
+    [[nodiscard]] static std::unique_ptr<TargetApplication> gnomeTextEditor();
+    /// A text field of Tk.
+    [[nodiscard]] static std::unique_ptr<TargetApplication> tk();
+    [[nodiscard]] static std::unique_ptr<TargetApplication> vteTerminal();
+    /// LibreOffice.
+    [[nodiscard]] static std::unique_ptr<TargetApplication> writer();
+    /// A page with a text area.
+    [[nodiscard]] static std::unique_ptr<TargetApplication> firefox();
     ~TargetApplication();
 
     /// Whether it started and got the focus.
@@ -35,6 +44,10 @@ private:
     using Read = std::function<QString()>;
 
     TargetApplication();
+    [[nodiscard]] static std::unique_ptr<TargetApplication>
+    editorOfAFile(const QString& program, const QStringList& options, const QByteArray& windowClass);
+    [[nodiscard]] QString catIntoTheDocument() const;
+    bool takesKeys();
     void start(const QString& program, const QStringList& arguments, const QByteArray& windowClass);
     QString path(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
     QString fileText(const char* name) const;
