@@ -1,4 +1,4 @@
-#include "fake_notification_service.h"
+#include "support/desktop/fake_notification_service.h"
 #include "foundation/log.h"
 #include "platform/linux/desktop_notifications.h"
 #include "support/desktop/wait_until.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "focused_window.h"
+#include "support/desktop/focused_window.h"
 #include "foundation/qt_main_loop.h"
 #include "platform/clipboard_contents.h"
 #include "platform/linux/x11_paste_queue.h"

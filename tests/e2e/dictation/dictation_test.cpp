@@ -1,7 +1,11 @@
 #include "e2e/session/dictation_session.h"
 #include "e2e/session/sign_in_page.h"
+#include "support/desktop/fake_notification_service.h"
+#include "support/desktop/focused_window.h"
 #include "support/desktop/target_application.h"
 #include "support/desktop/wait_until.h"
+
+#include <QTimer>
 
 #include <gmock/gmock.h>
 
@@ -82,6 +86,35 @@ TEST_F(DictationTest, Hold_TheUsersClipboardComesBack) {
     session.dictateHolding();
     expectDictated();
     EXPECT_TRUE(waitUntil([] { return clipboard() == QStringLiteral("из буфера"); }));
+}
+
+TEST_F(DictationTest, QuitWhileTheTextIsStillUp_TextArrivesAndTheUsersClipboardIsBack) {
+    copy("из буфера");
+    editor->freeze();
+    session.dictateHolding();
+    ASSERT_TRUE(session.dictation(1));
+    QTimer::singleShot(100ms, [this] { editor->thaw(); });
+    EXPECT_EQ(session.application().terminate(), 0);
+    const QString said = session.dictation(1)->cleanedText;
+    EXPECT_EQ(editor->document(said), said);
+    EXPECT_EQ(clipboard(), QStringLiteral("из буфера"));
+}
+
+TEST_F(DictationTest, WindowTakesNoText_UserIsToldAndCanCopyIt) {
+    FakeNotificationService desktop(QDBusConnection::sessionBus());
+    FocusedWindow deaf(FocusedWindow::Kind::Deaf);
+    ASSERT_TRUE(deaf.takeFocus());
+    copy("из буфера");
+    session.dictateHolding();
+    ASSERT_TRUE(waitUntil([&] { return !desktop.shown.isEmpty(); }, 30s));
+    EXPECT_EQ(desktop.shown[0].title, QStringLiteral("Текст не вставлен"));
+    EXPECT_EQ(clipboard(), QStringLiteral("из буфера"));
+    EXPECT_EQ(deaf.chords(), 1);
+    const std::optional<HistoryItem> item = session.dictation(1);
+    ASSERT_TRUE(item);
+    ASSERT_FALSE(desktop.shown[0].actions.isEmpty());
+    desktop.choose(desktop.lastId, desktop.shown[0].actions[0]);
+    EXPECT_TRUE(waitUntil([&] { return clipboard() == item->cleanedText; }));
 }
 
 TEST_F(DictationTest, DoubleTap_LatchesUntilTheNextPress) {

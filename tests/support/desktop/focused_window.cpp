@@ -1,4 +1,4 @@
-#include "focused_window.h"
+#include "support/desktop/focused_window.h"
 
 #include "support/desktop/wait_until.h"
 
