@@ -237,12 +237,14 @@ TEST_F(DecoderProcessTest, HasItsInputAndOutput_AndNothingElseOfOurs) {
     decoder.emplace(file.descriptor());
     ASSERT_TRUE(decoder->ready(30s));
     process = children().at(0);
-    std::vector<std::string> open;
+    std::map<std::string, std::string> open;
     for (const auto& entry :
          std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/fd")) {
-        open.push_back(entry.path().filename());
+        open[entry.path().filename()] = std::filesystem::read_symlink(entry.path());
     }
-    EXPECT_THAT(open, testing::UnorderedElementsAre("0", "1", "2"));
+    EXPECT_THAT(open, testing::ElementsAre(testing::Pair("0", testing::StartsWith(folder.path().string())),
+                                           testing::Pair("1", testing::StartsWith("pipe:")),
+                                           testing::Pair("2", "/dev/null")));
     EXPECT_EQ(readFile("/proc/" + std::to_string(process) + "/environ"), "");
 }
 
