@@ -17,14 +17,15 @@ namespace velmora::server {
 
 namespace {
 
-/// What the child is started with. It gets its input and its output, and neither our other files (libraries
-/// leave some open to children) nor our environment, nor signals that are kept for one thread.
+/// What the child is started with. It gets its input and its output, and neither our log nor our other files
+/// (libraries leave some open to children), nor our environment, nor signals that are kept for one thread.
 class Surroundings {
 public:
     Surroundings(int input, int output) {
         ::posix_spawn_file_actions_init(&m_files);
         ::posix_spawn_file_actions_adddup2(&m_files, input, STDIN_FILENO);
         ::posix_spawn_file_actions_adddup2(&m_files, output, STDOUT_FILENO);
+        ::posix_spawn_file_actions_addopen(&m_files, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
         ::posix_spawn_file_actions_addclosefrom_np(&m_files, STDERR_FILENO + 1);
         sigset_t signals;
         ::posix_spawnattr_init(&m_attributes);

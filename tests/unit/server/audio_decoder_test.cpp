@@ -200,6 +200,7 @@ TEST_F(AudioDecoderTest, Attacks_CostLittle) {
         {"an index of 100 gigabytes", filmOfManySamples(0xFFFFFFFF)},
         {"an index of 2 gigabytes", filmOfManySamples(0x04000000)},
     };
+    const auto before = Usage::memoryInMegabytes();
     for (const auto& [name, bytes] : attacks) {
         Usage usage;
         double seconds = 0;
@@ -209,7 +210,7 @@ TEST_F(AudioDecoderTest, Attacks_CostLittle) {
         }
         EXPECT_LE(usage.processorSeconds(), 1.2 + 1.2 * seconds) << name;
     }
-    EXPECT_LE(Usage::memoryInMegabytes(), 256);
+    EXPECT_LE(Usage::memoryInMegabytes(), std::max(256L, before));
 }
 
 /// Looks at the process that decodes. The sound is long enough that it has to wait for its reader.
@@ -236,12 +237,14 @@ TEST_F(DecoderProcessTest, HasItsInputAndOutput_AndNothingElseOfOurs) {
     decoder.emplace(file.descriptor());
     ASSERT_TRUE(decoder->ready(30s));
     process = children().at(0);
-    std::vector<std::string> open;
+    std::map<std::string, std::string> open;
     for (const auto& entry :
          std::filesystem::directory_iterator("/proc/" + std::to_string(process) + "/fd")) {
-        open.push_back(entry.path().filename());
+        open[entry.path().filename()] = std::filesystem::read_symlink(entry.path());
     }
-    EXPECT_THAT(open, testing::UnorderedElementsAre("0", "1", "2"));
+    EXPECT_THAT(open, testing::ElementsAre(testing::Pair("0", testing::StartsWith(folder.path().string())),
+                                           testing::Pair("1", testing::StartsWith("pipe:")),
+                                           testing::Pair("2", "/dev/null")));
     EXPECT_EQ(readFile("/proc/" + std::to_string(process) + "/environ"), "");
 }
 
@@ -306,6 +309,8 @@ TEST_F(DecoderProcessTest, Stopped_EndsAtOnce_AndSoDoesTheRead) {
     stop.request_stop();
     EXPECT_EQ(rest.wait_for(30s), std::future_status::ready);
     expectEnd(process);
+    ::kill(process, SIGKILL);
+    rest.wait();
     EXPECT_TRUE(decoder->read().empty());
 }
 
