@@ -1,11 +1,15 @@
 #include "platform/linux/x11_connection.h"
 #include "support/desktop/wait_until.h"
 
+#include <QTimer>
+
 #include <gtest/gtest.h>
 #include <poll.h>
 
 namespace velmora::test {
 namespace {
+
+using namespace std::chrono_literals;
 
 // A connection that listens to what happens to its window, and another program that makes it happen.
 class ListeningConnection : public testing::Test {
@@ -63,6 +67,29 @@ TEST_F(ListeningConnection, EventIsReadWhileSomethingIsSent_IsTold) {
     m_x->flush();
     EXPECT_EQ(m_calls, 0) << "in the middle of another call";
     EXPECT_TRUE(hears(1));
+}
+
+TEST_F(ListeningConnection, EventIsReadInTheLastTurnBeforeTheLoopSleeps_IsTold) {
+    QEventLoop loop;
+    m_x->listen([&] {
+        hear();
+        loop.quit();
+    });
+    const auto readIt = [this] {
+        makeEvent();
+        m_x->sync();
+    };
+    QMetaObject::invokeMethod(&loop, readIt, Qt::QueuedConnection);
+    QTimer::singleShot(30s, &loop, &QEventLoop::quit);
+    loop.exec();
+    EXPECT_EQ(m_heard, 1);
+}
+
+TEST_F(ListeningConnection, LoopThatDoesNotSleep_TellsToo) {
+    makeEvent();
+    m_x->sync();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_heard, 1);
 }
 
 TEST_F(ListeningConnection, EventIsReadWhileAnotherIsHandled_IsTold) {
