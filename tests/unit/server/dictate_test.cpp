@@ -403,8 +403,10 @@ TEST_F(BusyDictateTest, Refusal_ComesBeforeTheUpload) {
     EXPECT_THAT(beginningOfReply(socket), testing::StartsWith("HTTP/1.1 503 "));
 }
 
-TEST_F(BusyDictateTest, OtherAccounts_AreTaken) {
-    auto& socket = send(client->signUp("bob@example.org"), someSound());
+TEST_F(BusyDictateTest, OtherAccounts_AreTaken_UnlessTheirsIsTooLongForThat) {
+    const auto bob = client->signUp("bob@example.org");
+    EXPECT_EQ(client->dictate(bob, soundOf(2min)).code(), "busy");
+    auto& socket = send(bob, someSound());
     EXPECT_THAT(beginningOfReply(socket), testing::StartsWith("HTTP/1.1 200 "));
 }
 
