@@ -15,8 +15,8 @@ namespace {
 constexpr int freeAttempts = 5;
 /// For all accounts together: a household, or an office behind one address.
 constexpr int freeAttemptsOfNetwork = 60;
-/// Each holds a thread, of which there may be few for sign-ins.
-constexpr int mostWaiting = 2;
+/// Each holds one of the threads that sign-ins have; see that enough are left for those who need not wait.
+constexpr int mostWaiting = 16;
 constexpr std::size_t shortestPassword = 8;
 constexpr std::size_t longestPassword = 256;
 

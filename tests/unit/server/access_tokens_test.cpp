@@ -5,6 +5,7 @@
 #include <Poco/JSON/Object.h>
 #include <Poco/JSON/Parser.h>
 #include <gmock/gmock.h>
+#include <sodium.h>
 
 namespace velmora::server {
 namespace {
@@ -64,6 +65,21 @@ TEST_F(AccessTokensTest, AlgorithmNone_IsRefused) {
     const auto first = token.find('.');
     const auto payload = token.substr(first, token.rfind('.') - first + 1);
     EXPECT_FALSE(tokens.verify(toBase64Url(R"({"alg":"none","typ":"JWT"})") + payload));
+}
+
+TEST_F(AccessTokensTest, OtherHeader_IsRefused_ThoughItIsSigned) {
+    const auto token = tokens.issue(session);
+    const auto payload = token.substr(token.find('.'), token.rfind('.') - token.find('.'));
+    const auto signedWith = [&](const std::string& header) {
+        const auto text = toBase64Url(header) + payload;
+        const HmacKey key{1, 2, 3};
+        std::string signature(crypto_auth_hmacsha256_BYTES, '\0');
+        crypto_auth_hmacsha256(reinterpret_cast<unsigned char*>(signature.data()),
+                               reinterpret_cast<const unsigned char*>(text.data()), text.size(), key.data());
+        return text + '.' + toBase64Url(signature);
+    };
+    EXPECT_TRUE(tokens.verify(signedWith(R"({"alg":"HS256","typ":"JWT"})")));
+    EXPECT_FALSE(tokens.verify(signedWith(R"({"alg":"none","typ":"JWT"})")));
 }
 
 TEST_F(AccessTokensTest, Garbage_IsRefused) {

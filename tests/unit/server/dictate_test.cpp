@@ -396,12 +396,17 @@ TEST_F(BusyDictateTest, WaitLongerThanClientsWait_IsRefusedAtOnce) {
     EXPECT_LE(pause, 60);
 }
 
-TEST_F(BusyDictateTest, Refusal_NeedsNoLookAtTheUpload) {
-    EXPECT_EQ(client->dictate(tokens, "this is no sound").code(), "busy");
+TEST_F(BusyDictateTest, Refusal_ComesBeforeTheUpload) {
+    auto socket = client->connect();
+    const auto request = client->dictationRequest(tokens, std::string(1024 * 1024, 'x'));
+    socket.sendBytes(request.data(), static_cast<int>(request.find("\r\n\r\n") + 4));
+    EXPECT_THAT(beginningOfReply(socket), testing::StartsWith("HTTP/1.1 503 "));
 }
 
-TEST_F(BusyDictateTest, OtherAccounts_AreTaken) {
-    auto& socket = send(client->signUp("bob@example.org"), someSound());
+TEST_F(BusyDictateTest, OtherAccounts_AreTaken_UnlessTheirsIsTooLongForThat) {
+    const auto bob = client->signUp("bob@example.org");
+    EXPECT_EQ(client->dictate(bob, soundOf(2min)).code(), "busy");
+    auto& socket = send(bob, someSound());
     EXPECT_THAT(beginningOfReply(socket), testing::StartsWith("HTTP/1.1 200 "));
 }
 
