@@ -132,7 +132,7 @@ void DictateHandler::answer(Exchange& exchange, TempFile& file, DictationLine::T
     AudioDecoder audio(file.descriptor());
     try {
         while (!audio.ready(lookInterval)) {
-            if (m_stop.stop_requested() || exchange.peerGone()) {
+            if (exchange.peerGone()) {
                 return;
             }
         }

@@ -152,15 +152,16 @@ protected:
                       {.language = Language::fromPreference(language).value(), .longest = 30min})
                 .run([](const DictationEvent& /*event*/) {}, {});
         });
-        waitUntilWaiting(waiting + (threads.size() == 1 ? 0 : 1));
+        waitUntil(1, waiting + (threads.size() == 1 ? 0 : 1));
     }
 
-    /// Until one is at work and so many are in the line.
-    void waitUntilWaiting(std::size_t count) {
+    /// Until the last of so many pieces is at work, and so many are in the line.
+    void waitUntil(std::size_t pieces, std::size_t waiting) {
         const auto patience = std::chrono::steady_clock::now() + 30s;
         const auto isSo = [&] {
             const std::scoped_lock lock(recogniser.mutex);
-            return recogniser.atWork == 1 && line.waiting() == count;
+            return recogniser.atWork == 1 && recogniser.languages.size() == pieces &&
+                   line.waiting() == waiting;
         };
         while (!isSo() && std::chrono::steady_clock::now() < patience) {
             std::this_thread::yield();
@@ -177,10 +178,10 @@ protected:
 TEST_F(DictationsTest, Turn_IsForAPiece_AndNotForAWholeDictation) {
     start("ann", "en");
     start("bob", "ru");
-    for (int piece = 0; piece < 2; ++piece) {
+    for (const std::size_t piece : {2U, 3U}) {
         recogniser.release(1);
         // Who had the turn is back with the next piece.
-        waitUntilWaiting(1);
+        waitUntil(piece, 1);
     }
     recogniser.release(2);
     threads.clear();
