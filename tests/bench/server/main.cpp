@@ -51,8 +51,8 @@ bool printWatch(const char* what, const Answers& answers) {
 
 bool measure() {
     const TestFolder folder;
-    speakToM4a("Hello, the weather is nice today. I am going to the store.", folder.path() / "speech.m4a");
-    const auto audio = readFile(folder.path() / "speech.m4a");
+    speakToWav("Hello, the weather is nice today. I am going to the store.", folder.path() / "speech.wav");
+    const auto audio = readFile(folder.path() / "speech.wav");
     ServerProcess process({"--listen", "127.0.0.1:0", "--data", (folder.path() / "data").string()});
     const auto server = process.waitForAddress();
 
