@@ -79,12 +79,15 @@ Poco::Net::ServerSocket listenOn(const std::string& text) {
     }
 }
 
-/// No more connections than descriptors: each may need another two, for its upload and for the recogniser.
+/// No more than there are descriptors for.
 HttpLimits fitted(HttpLimits limits) {
+    // Files of the database, the log, libraries, and what is open for a moment only.
     constexpr std::size_t own = 128;
-    constexpr std::size_t each = 3;
-    const auto descriptors = std::max(descriptorLimit(), 2 * own);
-    limits.connections = std::min(limits.connections, (descriptors - own) / each);
+    // The upload, the decoder's sound, and the connection to the recogniser's service.
+    constexpr std::size_t ofStream = 3;
+    const auto free = std::max(descriptorLimit(), own + 8) - own;
+    limits.streams = std::min(limits.streams, free / 8);
+    limits.connections = std::min(limits.connections, free - limits.streams * ofStream);
     return limits;
 }
 

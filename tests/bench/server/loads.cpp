@@ -3,6 +3,7 @@
 #include <Poco/Exception.h>
 #include <sys/socket.h>
 
+#include <array>
 #include <functional>
 #include <mutex>
 
@@ -153,20 +154,23 @@ SlowUploads::SlowUploads(const std::string& server, const std::vector<Tokens>& t
     m_thread = std::jthread([this](const std::stop_token& stop) {
         const std::string some(dripSize, 'x');
         while (!stop.stop_requested()) {
-            m_lost = 0;
+            m_lost.clear();
             for (const auto& socket : m_sockets) {
                 const auto descriptor = socket.impl()->sockfd();
-                char byte = 0;
-                const bool replied = ::recv(descriptor, &byte, 1, MSG_PEEK | MSG_DONTWAIT) >= 0;
-                const bool sent = ::send(descriptor, some.data(), some.size(), MSG_NOSIGNAL) > 0;
-                m_lost += replied || !sent ? 1 : 0;
+                std::array<char, 12> reply{};
+                const auto got = ::recv(descriptor, reply.data(), reply.size(), MSG_PEEK | MSG_DONTWAIT);
+                if (got >= 0) {
+                    ++m_lost[got == 0 ? "closed" : std::string(reply.data() + 9, 3)];
+                } else if (::send(descriptor, some.data(), some.size(), MSG_NOSIGNAL | MSG_DONTWAIT) < 0) {
+                    ++m_lost["reset"];
+                }
             }
             std::this_thread::sleep_for(dripPause);
         }
     });
 }
 
-int SlowUploads::stop() {
+std::map<std::string, int> SlowUploads::stop() {
     m_thread.request_stop();
     m_thread.join();
     return m_lost;

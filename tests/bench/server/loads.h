@@ -54,12 +54,12 @@ private:
 class SlowUploads {
 public:
     SlowUploads(const std::string& server, const std::vector<server::Tokens>& tokens, int count);
-    /// How many the server has given up meanwhile.
-    [[nodiscard]] int stop();
+    /// How many the server has given up meanwhile, by what it said.
+    [[nodiscard]] std::map<std::string, int> stop();
 
 private:
     std::vector<Poco::Net::StreamSocket> m_sockets;
-    int m_lost = 0;
+    std::map<std::string, int> m_lost;
     std::jthread m_thread;
 };
 

@@ -80,7 +80,7 @@ TEST_F(Crowd, TooManyConnectionsInAll_TheGreediestAddressGivesWay) {
 }
 
 TEST_F(Crowd, Connections_AreNoMoreThanDescriptorsAllow) {
-    const DescriptorRlimit limit(256);
+    const DescriptorRlimit limit(192);
     start();
     auto clients = silent(60);
     EXPECT_EQ(statusOfMe(), 200);

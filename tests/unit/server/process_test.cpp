@@ -71,7 +71,7 @@ TEST_F(ServerProcessTest, Data_IsForTheOwnerAlone) {
 TEST_F(ServerProcessTest, FewDescriptors_AreRaisedToWhatIsGranted) {
     std::optional<ServerProcess> process;
     {
-        const DescriptorRlimit limit(256);
+        const DescriptorRlimit limit(192);
         process.emplace(arguments());
     }
     const auto address = process->waitForAddress();
