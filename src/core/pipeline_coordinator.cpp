@@ -153,20 +153,15 @@ Task<bool> PipelineCoordinator::dictateAndPaste(Recording recording, std::stop_t
 
     std::optional<QString> streamed; // what is pasted already; absent until the first piece
     QString finalText;
-    bool cleaningShown = false;
-    const auto showCleaning = [&] {
-        if (!std::exchange(cleaningShown, true))
-            setState(pipeline_state::Cleaning{});
-    };
     AsyncStream<DictateEvent> events = m_dictation.dictate(recording.path);
     while (const std::optional<DictateEvent> event = co_await events.next()) {
         if (stop.stop_requested())
             co_return false;
         if (const auto* status = std::get_if<dictate_event::Status>(&*event)) {
             if (status->stage == QLatin1String("cleaning"))
-                showCleaning();
+                setState(pipeline_state::Cleaning{});
         } else if (const auto* chunk = std::get_if<dictate_event::Chunk>(&*event)) {
-            showCleaning();
+            setState(pipeline_state::Cleaning{});
             if (!streamed)
                 m_injector.startIncrementalSession();
             m_injector.pasteIncremental(chunk->delta);
