@@ -2,7 +2,7 @@
 # from Debian, configure, build and go.
 
 .DEFAULT_GOAL := help
-.PHONY: help build run test bench demo screenshots format tidy install deb clean
+.PHONY: help build run test bench endurance demo screenshots format tidy install deb clean
 
 PREFIX ?= /usr/local
 
@@ -30,6 +30,11 @@ test: ## Every test, and the unit tests once more under the address and undefine
 bench: ## Measure the program on a virtual desktop: docs/performance.md
 	@scripts/packages install build view test run
 	@scripts/bench
+
+endurance: ## Dictate for two hours and watch what the programs hold on to: docs/performance.md
+	@scripts/packages install build view test run
+	@scripts/build release
+	@scripts/endurance
 
 demo: export SAY ?=
 demo: ## Speak a sentence into an editor on a virtual desktop: make demo SAY="open the door"

@@ -9,6 +9,7 @@
 #include "figures.h"
 #include "foundation/qt_main_loop.h"
 #include "foundation/user_defaults.h"
+#include "foundation/worker.h"
 #include "support/desktop/wait_until.h"
 
 #include <QFile>

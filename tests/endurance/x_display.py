@@ -87,7 +87,7 @@ class XDisplay:
         self._do(struct.pack("<BBHIIhhHHHHIII", CREATE_WINDOW, 0, 9, window, self._root, 0, 0, self._width,
                              self._height, 0, 1, 0, override_redirect, 1))
         self._do(struct.pack("<BxHI", MAP_WINDOW, 2, window))
-        self._grab(struct.pack("<BBHIHBBII I", GRAB_POINTER, 0, 6, window, 0, 1, 1, 0, 0, 0))
+        self._grab(struct.pack("<BBHIHBBIII", GRAB_POINTER, 0, 6, window, 0, 1, 1, 0, 0, 0))
         self._grab(struct.pack("<BBHIIBBxx", GRAB_KEYBOARD, 0, 4, window, 0, 1, 1))
         try:
             yield

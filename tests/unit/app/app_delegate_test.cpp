@@ -102,7 +102,8 @@ TEST_F(AppDelegateTest, Launch_TakesItsStepsInOrder) {
                 steps.append(name);
         };
     };
-    const QString leftover = folder.filePath(QStringLiteral("velmora-1.m4a"));
+    const QString leftover = folder.filePath(QStringLiteral("recordings-killed/velmora-1.m4a"));
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("recordings-killed")));
     ASSERT_TRUE(QFile(leftover).open(QIODevice::WriteOnly));
     QObject::connect(&defaults, &UserDefaults::changed, note("migration"));
     rights.lookedAt = [&, look = note("rights")] {
