@@ -28,7 +28,8 @@ PasteStream::PasteStream(test::TargetApplication& target, MainLoop::Duration int
 }
 
 Fate PasteStream::run(int pieces) {
-    Fate fate{.pieces = pieces};
+    Fate fate;
+    fate.pieces = pieces;
     for (int first = 1; first <= pieces; first += piecesOfAStream)
         dictate(first, std::min(piecesOfAStream, pieces - first + 1), fate);
     judge(fate);

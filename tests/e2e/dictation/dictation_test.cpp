@@ -7,9 +7,9 @@
 #include "support/desktop/target_application.h"
 #include "support/desktop/wait_until.h"
 
-#include <QTimer>
-
 #include <gmock/gmock.h>
+
+#include <csignal>
 
 using namespace std::chrono_literals;
 using namespace velmora;
@@ -95,7 +95,8 @@ TEST_F(DictationTest, QuitWhileTheTextIsStillUp_TextArrivesAndTheUsersClipboardI
     editor->freeze();
     session.dictateHolding();
     ASSERT_TRUE(session.dictation(1));
-    QTimer::singleShot(100ms, [this] { editor->thaw(); });
+    ::kill(static_cast<pid_t>(session.application().pid()), SIGTERM);
+    editor->thaw();
     EXPECT_EQ(session.application().terminate(), 0);
     const QString said = session.dictation(1)->cleanedText;
     EXPECT_EQ(editor->document(said), said);

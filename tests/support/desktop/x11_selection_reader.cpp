@@ -1,6 +1,6 @@
 #include "support/desktop/x11_selection_reader.h"
 
-namespace velmora {
+namespace velmora::test {
 namespace {
 
 using namespace std::chrono_literals;
@@ -119,4 +119,4 @@ XcbEvent X11SelectionReader::waitFor(Match matches) {
     }
 }
 
-} // namespace velmora
+} // namespace velmora::test

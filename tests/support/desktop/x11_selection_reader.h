@@ -6,7 +6,7 @@
 
 #include <optional>
 
-namespace velmora {
+namespace velmora::test {
 
 /// Asks the owner of a selection for its text. Has a connection of its own, for it waits for the answer; an
 /// owner that makes no progress for a moment (300 ms), or isn't through after 2 s, counts as one without
@@ -31,4 +31,4 @@ private:
     std::chrono::steady_clock::time_point m_deadline; // of the read under way
 };
 
-} // namespace velmora
+} // namespace velmora::test
