@@ -55,11 +55,7 @@ void PasteStream::dictate(int first, int count, Fate& fate) {
     waitUntil([&] { return given == count; }, 600s);
     m_queue->putBack(saved);
     waitUntil([&] { return m_reader.read("CLIPBOARD") == before; }, 60s);
-    const auto back = Clock::now();
-    // A text that was read before its last piece came has nothing of it.
-    if (m_watch.last() > end)
-        fate.arrival.add(milliseconds(end, m_watch.last()));
-    fate.clipboardBack.add(milliseconds(end, back));
+    fate.clipboardBack.add(milliseconds(end, Clock::now()));
 }
 
 void PasteStream::judge(Fate& fate) {

@@ -3,7 +3,6 @@
 #include "foundation/qt_main_loop.h"
 #include "platform/linux/x11_paste_queue.h"
 #include "samples.h"
-#include "selection_watch.h"
 #include "support/desktop/target_application.h"
 #include "support/desktop/x11_selection_reader.h"
 
@@ -15,9 +14,10 @@ struct Fate {
     int lost = 0;
     int doubled = 0;
     int outOfOrder = 0;
-    int undelivered = 0;   ///< reported as such
-    Samples arrival;       ///< of each stream: from its last piece to its last read, in ms
-    Samples clipboardBack; ///< the same to the user's clipboard
+    int undelivered = 0; ///< reported as such
+    /// Of each stream: from its last piece to the user's clipboard, which comes back when the last text was
+    /// read and nothing more is asked. In ms.
+    Samples clipboardBack;
 };
 
 /// Dictates numbered pieces into the program in front at a steady pace, in streams of a hundred, each with
@@ -37,7 +37,6 @@ private:
     const MainLoop::Duration m_interval;
     std::unique_ptr<X11PasteQueue> m_queue = X11PasteQueue::open(m_loop, {});
     test::X11SelectionReader m_reader;
-    SelectionWatch m_watch;
     QString m_all;
     QStringList m_undelivered;
 };
