@@ -59,8 +59,12 @@ void PasteStream::dictate(int first, int count, Fate& fate) {
 }
 
 void PasteStream::judge(Fate& fate) {
-    const QStringList arrived = m_target.document(m_all).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    const QStringList undelivered = m_undelivered.join(QString()).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    const auto piecesOf = [](const QString& text) {
+        // Some editors end a file with a line break of their own.
+        return text.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    };
+    const QStringList arrived = piecesOf(m_target.document(m_all));
+    const QStringList undelivered = piecesOf(m_undelivered.join(QString()));
     fate.undelivered = static_cast<int>(undelivered.size());
     QHash<QString, int> times;
     for (const QString& piece : arrived)

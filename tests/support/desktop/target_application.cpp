@@ -74,6 +74,9 @@ user_pref("media.gmp-manager.updateEnabled", false);
 user_pref("browser.search.update", false);
 )";
 
+// A browser cuts longer ones off.
+constexpr qsizetype longestTitle = 2000;
+
 // Of the field that has the focus.
 QString everythingCopied() {
     X11Connection x;
@@ -134,6 +137,8 @@ std::unique_ptr<TargetApplication> TargetApplication::chromium() {
     const QString mark = QStringLiteral("text:");
     target->m_read = [mark] {
         const QString title = activeTitle();
+        if (title.size() > longestTitle)
+            return everythingCopied();
         const qsizetype end = title.indexOf(QLatin1Char(' '));
         return title.startsWith(mark) ? QUrl::fromPercentEncoding(title.left(end).mid(mark.size()).toLatin1())
                                       : QString();
