@@ -12,7 +12,8 @@ using namespace std::chrono_literals;
 constexpr auto fetchPatience = 150ms; // with the owner of the user's clipboard
 constexpr auto readPatience = 1s;
 constexpr auto busyPatience = 1500ms; // with a window that has read of this text before: it is slow, not deaf
-constexpr auto settlePatience = 5s;   // with a program that goes on asking
+constexpr auto firstPongPatience = 600ms; // some windows claim to answer pings and don't
+constexpr auto settlePatience = 5s;       // with a program that goes on asking
 constexpr int missesToUnlearn = 3;
 constexpr auto wakeUpPause = 40ms;   // for an answer that nobody fetches
 constexpr auto shortestQuiet = 60ms; // where nobody answers pings
@@ -293,7 +294,12 @@ void PasteLine::taken(quint64 client, quint64 number) {
     settle();
 }
 
+bool PasteLine::hasPings(const PasteTarget& target) {
+    return m_system.answersPings(target) && m_pongs.value(target.window, true);
+}
+
 void PasteLine::ponged(quint64 window) {
+    m_pongs[window] = true;
     if (!m_running || m_running->target.window != window || !std::exchange(m_running->isPinged, false))
         return;
     // It works its events off in their order: it has seen these answers, even if it doesn't show it.
@@ -311,17 +317,18 @@ void PasteLine::settle() {
     const Running& paste = *m_running;
     if (paste.reads == 0 || m_loop.now() - paste.since > settlePatience)
         return;
-    const bool hasPings = m_system.answersPings(paste.target);
+    const bool pings = hasPings(paste.target);
+    const auto patience = m_pongs.contains(paste.target.window) ? busyPatience : firstPongPatience;
     const Habit habit = m_habits.value(paste.target.window);
     const bool isFetching = paste.taken < paste.answers;
-    if (isFetching && (hasPings || m_taking.contains(paste.target.client))) {
-        finishAfter(busyPatience);
+    if (isFetching && (pings || m_taking.contains(paste.target.client))) {
+        finishAfter(pings ? patience : busyPatience);
         pingAfter(wakeUpPause);
-    } else if (hasPings) {
+    } else if (pings) {
         const Rounds rounds = habit.answers == 0               ? firstRounds
                               : paste.answers >= habit.answers ? usualRounds
                                                                : doubtfulRounds;
-        finishAfter(paste.pongs < rounds.count ? busyPatience : 0ms);
+        finishAfter(paste.pongs < rounds.count ? patience : 0ms);
         pingAfter(rounds.pause);
     } else if (habit.answers == 0) {
         finishAfter(learningQuiet);
@@ -333,7 +340,7 @@ void PasteLine::settle() {
 }
 
 void PasteLine::pingAfter(MainLoop::Duration time) {
-    if (m_running->isPinged || !m_system.answersPings(m_running->target))
+    if (m_running->isPinged || !hasPings(m_running->target))
         return;
     m_running->ping = m_loop.after(time, [this] {
         m_system.ping(m_running->target);
@@ -348,6 +355,8 @@ void PasteLine::finishAfter(MainLoop::Duration time) {
 
 void PasteLine::expire() {
     const Running paste = *std::exchange(m_running, std::nullopt);
+    if (paste.isPinged && !m_pongs.contains(paste.target.window))
+        m_pongs[paste.target.window] = false;
     if (paste.reads == 0) {
         giveUp(paste.target, paste.text);
     } else {

@@ -128,6 +128,7 @@ private:
     [[nodiscard]] QString takePortion(Paste& paste);
     void putUpRunning();
     [[nodiscard]] bool isRunning(quint64 client, quint64 number) const;
+    [[nodiscard]] bool hasPings(const PasteTarget& target);
     void settle();
     void pingAfter(MainLoop::Duration time);
     void finishAfter(MainLoop::Duration time);
@@ -154,6 +155,7 @@ private:
     QHash<quint64, Habit> m_habits; // by window
     QSet<quint64> m_givenUp;        // windows that get nothing more of this text
     QSet<quint64> m_taking;         // clients that show when they have fetched an answer
+    QHash<quint64, bool> m_pongs;   // whether a window answers pings, once that is known
     quint64 m_heldFor = 0;          // the window that gets these line breaks with its next piece
     QString m_heldBreaks;
 };

@@ -55,6 +55,13 @@ protected:
         m_line.save(kept);
     }
 
+    // "прежнее" is kept, and the first piece, "раз ", has been read.
+    void borrowForAPiece() {
+        beginWithClipboard(text("прежнее"));
+        m_line.paste(QStringLiteral("раз "));
+        readAndSettle();
+    }
+
     HandLoop m_loop;
     FakePasteSystem m_system;
     PasteLine m_line{m_loop, m_system};
@@ -284,6 +291,34 @@ TEST_F(PasteLineTest, TargetIsFrozenAfterItsRead_NextPieceWaits) {
     EXPECT_EQ(m_system.chords, 3);
 }
 
+TEST_F(PasteLineTest, ClaimsToAnswerPingsAndDoesNot_IsLeftAloneAfterTheFirst) {
+    m_system.hasPings = true;
+    m_line.paste(QStringLiteral("раз "));
+    read();
+    m_loop.advance(599ms);
+    EXPECT_FALSE(m_line.isIdle());
+    m_loop.advance(1ms);
+    EXPECT_TRUE(m_line.isIdle());
+    m_line.paste(QStringLiteral("два "));
+    read();
+    m_loop.advance(60ms);
+    EXPECT_TRUE(m_line.isIdle());
+    EXPECT_EQ(m_system.pings, 1);
+}
+
+TEST_F(PasteLineTest, AnswersPingsOnlyAfterAll_IsPingedAgain) {
+    m_system.hasPings = true;
+    m_line.paste(QStringLiteral("раз "));
+    readAndSettle();
+    m_loop.advance(100ms);
+    m_line.ponged(editor.window); // it was frozen
+    m_line.paste(QStringLiteral("два "));
+    read();
+    m_loop.advance(100ms);
+    EXPECT_FALSE(m_line.isIdle());
+    EXPECT_EQ(m_system.pings, 2);
+}
+
 TEST_F(PasteLineTest, FewerQuestionsThanUsual_WaitsForMorePongs) {
     learnOneRead();
     m_line.paste(QStringLiteral("раз "));
@@ -456,9 +491,7 @@ TEST_F(PasteLineTest, OwnerAnswersAfterThePieces_PutBackWaitsForIt) {
 }
 
 TEST_F(PasteLineTest, SavedWhileAPieceIsUp_IsThatPiece) {
-    beginWithClipboard(text("прежнее"));
-    m_line.paste(QStringLiteral("раз "));
-    readAndSettle();
+    borrowForAPiece();
     m_line.save(Pasteboard::Saved(2));
     m_line.paste(QStringLiteral("два "));
     readAndSettle();
@@ -469,9 +502,7 @@ TEST_F(PasteLineTest, SavedWhileAPieceIsUp_IsThatPiece) {
 }
 
 TEST_F(PasteLineTest, UserCopiesBetweenPieces_TheCopyIsPutBack) {
-    beginWithClipboard(text("прежнее"));
-    m_line.paste(QStringLiteral("раз "));
-    readAndSettle();
+    borrowForAPiece();
     m_system.copyElsewhere(text("новое"));
     m_line.paste(QStringLiteral("два "));
     EXPECT_EQ(m_system.pasted.last(), QStringLiteral("два "));
@@ -497,9 +528,7 @@ TEST_F(PasteLineTest, UserCopiesBeforeTheFirstPieceIsUp_TheCopyIsPutBack) {
 }
 
 TEST_F(PasteLineTest, UserCopiesBeforeThePutBack_TheCopyStaysWithItsOwner) {
-    beginWithClipboard(text("прежнее"));
-    m_line.paste(QStringLiteral("раз "));
-    readAndSettle();
+    borrowForAPiece();
     m_system.copyElsewhere(text("новое"));
     m_line.putBack(kept);
     EXPECT_EQ(m_system.clipboard, text("новое"));
@@ -544,18 +573,14 @@ TEST_F(PasteLineTest, TwoProgramsFightForTheClipboard_LineTakesItBackOnce) {
 }
 
 TEST_F(PasteLineTest, ClipboardManagerPutsThePieceUpAgain_UsersTextComesBack) {
-    beginWithClipboard(text("прежнее"));
-    m_line.paste(QStringLiteral("раз "));
-    readAndSettle();
+    borrowForAPiece();
     m_system.copyElsewhere(text("раз "));
     m_line.putBack(kept);
     EXPECT_EQ(m_system.clipboard, text("прежнее"));
 }
 
 TEST_F(PasteLineTest, UserCopiesFromTheHistoryMeanwhile_ThatStays) {
-    beginWithClipboard(text("прежнее"));
-    m_line.paste(QStringLiteral("раз "));
-    readAndSettle();
+    borrowForAPiece();
     m_line.write(QStringLiteral("раз "));
     m_line.putBack(kept);
     EXPECT_EQ(m_system.clipboard, text("раз "));
@@ -578,16 +603,12 @@ TEST_F(PasteLineTest, ChordAlone_IsPostedForWhatIsThere) {
 // ------------------------------------------------------------------------------------- the program ends
 
 TEST_F(PasteLineTest, EndsBeforeThePutBack_LeavesTheUsersClipboard) {
-    beginWithClipboard(text("прежнее"));
-    m_line.paste(QStringLiteral("раз "));
-    readAndSettle();
+    borrowForAPiece();
     EXPECT_EQ(m_line.whatToLeave(), text("прежнее"));
 }
 
 TEST_F(PasteLineTest, EndsWithTwoToPutBack_LeavesTheOlder) {
-    beginWithClipboard(text("прежнее"));
-    m_line.paste(QStringLiteral("раз "));
-    readAndSettle();
+    borrowForAPiece();
     m_line.save(Pasteboard::Saved(2));
     m_line.paste(QStringLiteral("два "));
     readAndSettle();
@@ -595,9 +616,7 @@ TEST_F(PasteLineTest, EndsWithTwoToPutBack_LeavesTheOlder) {
 }
 
 TEST_F(PasteLineTest, EndsWithAnotherProgramsCopy_LeavesIt) {
-    beginWithClipboard(text("прежнее"));
-    m_line.paste(QStringLiteral("раз "));
-    readAndSettle();
+    borrowForAPiece();
     m_system.copyElsewhere(text("новое"));
     EXPECT_EQ(m_line.whatToLeave(), std::nullopt);
 }
