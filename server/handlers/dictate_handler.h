@@ -29,7 +29,8 @@ struct DictationLimits {
     std::chrono::milliseconds uploadTime = std::chrono::minutes(10);
     /// Clients give up after three minutes, the upload included. What can't be done by then is refused.
     std::chrono::milliseconds patience = std::chrono::seconds(170);
-    /// Without an event, after which a sign of life is sent: clients give up on a reply that is silent for long.
+    /// Without an event, after which a sign of life is sent: clients give up on a reply that is silent for
+    /// long.
     std::chrono::milliseconds silence{10'000};
 };
 

@@ -17,8 +17,8 @@ namespace {
 /// What a window knows of the devices of a server: it looks again when it is told to, and not before.
 class PulseDevicesTest : public testing::Test {
 protected:
-    // One receiver does both: what the sound thread emits can reach two of them in different turns of the main
-    // loop.
+    // One receiver does both: what the sound thread emits can reach two of them in different turns of the
+    // main loop.
     PulseDevicesTest() {
         QObject::connect(&m_devices, &AudioInputs::inputsChanged, &m_window, [this] {
             ++m_timesTold;

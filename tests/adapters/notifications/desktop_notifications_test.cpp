@@ -1,6 +1,6 @@
-#include "support/desktop/fake_notification_service.h"
 #include "foundation/log.h"
 #include "platform/linux/desktop_notifications.h"
+#include "support/desktop/fake_notification_service.h"
 #include "support/desktop/wait_until.h"
 #include "support/private_bus.h"
 

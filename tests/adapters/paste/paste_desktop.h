@@ -1,9 +1,9 @@
 #pragma once
 
-#include "support/desktop/focused_window.h"
 #include "foundation/qt_main_loop.h"
 #include "platform/clipboard_contents.h"
 #include "platform/linux/x11_paste_queue.h"
+#include "support/desktop/focused_window.h"
 #include "support/desktop/x11_selection_reader.h"
 
 #include <gtest/gtest.h>
