@@ -128,9 +128,11 @@ TEST_F(PasteLineTest, FocusMovesAtTheLastMoment_NoKeyIsPosted) {
     beginWithClipboard(text("прежнее"));
     m_system.beforeChord = [this] { m_system.focus = other; };
     m_line.paste(QStringLiteral("раз "));
+    m_loop.advance(5s);
     EXPECT_EQ(m_system.chords, 0);
     EXPECT_EQ(m_undelivered, QStringList{QStringLiteral("раз ")});
     EXPECT_EQ(m_system.clipboard, text("прежнее"));
+    EXPECT_EQ(m_loop.pendingTimers(), 0U);
 }
 
 TEST_F(PasteLineTest, FocusMovesOn_LaterPiecesGoToTheNewWindow) {
@@ -182,6 +184,16 @@ TEST_F(PasteLineTest, NobodyReads_LineEndsASecondAfterTheFirstChord) {
     EXPECT_EQ(m_undelivered, (QStringList{QStringLiteral("раз два "), QStringLiteral("три ")}));
 }
 
+TEST_F(PasteLineTest, NobodyReadsAndTheOwnerIsSlow_ClipboardIsBackWithItsAnswer) {
+    m_system.answersAtOnce = false;
+    beginWithClipboard(text("прежнее"));
+    m_line.paste(QStringLiteral("раз "));
+    m_loop.advance(1150ms);
+    EXPECT_EQ(m_system.clipboard, ClipboardContents::ofPiece("раз "));
+    m_system.finishFetch();
+    EXPECT_EQ(m_system.clipboard, text("прежнее"));
+}
+
 TEST_F(PasteLineTest, NobodyReads_NextTextTriesAgain) {
     m_line.paste(QStringLiteral("раз "));
     m_loop.advance(1s);
@@ -197,6 +209,15 @@ TEST_F(PasteLineTest, WindowThatHasRead_IsGivenLonger) {
     m_loop.advance(1499ms);
     EXPECT_TRUE(m_undelivered.isEmpty());
     m_loop.advance(1ms);
+    EXPECT_EQ(m_undelivered, QStringList{QStringLiteral("два ")});
+}
+
+TEST_F(PasteLineTest, NextText_BeginsWithTheShorterPatience) {
+    m_line.paste(QStringLiteral("раз "));
+    readAndSettle();
+    m_line.beginText();
+    m_line.paste(QStringLiteral("два "));
+    m_loop.advance(1s);
     EXPECT_EQ(m_undelivered, QStringList{QStringLiteral("два ")});
 }
 
@@ -350,6 +371,21 @@ TEST_F(PasteLineTest, FewerQuestionsThreeTimes_AreTheNewHabit) {
     EXPECT_TRUE(m_line.isIdle());
 }
 
+TEST_F(PasteLineTest, FewerQuestionsNowAndThen_AreNoNewHabit) {
+    learnOneRead();
+    const auto pasteAndRead = [this](int reads, int pongs) {
+        m_line.paste(QStringLiteral("раз "));
+        for (int each = 0; each < reads; ++each)
+            read();
+        pong(pongs);
+    };
+    pasteAndRead(2, 3);
+    for (const int reads : {1, 1, 2, 1, 1})
+        pasteAndRead(reads, 8);
+    pasteAndRead(1, 3);
+    EXPECT_FALSE(m_line.isIdle());
+}
+
 TEST_F(PasteLineTest, HabitIsKeptForTheNextText) {
     learnOneRead();
     m_line.beginText();
@@ -383,6 +419,31 @@ TEST_F(PasteLineTest, NoPings_IsNeverSentAny) {
     m_loop.advance(1s);
     EXPECT_EQ(m_system.pings, 0);
     EXPECT_TRUE(m_line.isIdle());
+}
+
+TEST_F(PasteLineTest, NoPingsAndFewerQuestionsThanUsual_NextPieceAfterHalfASecond) {
+    m_line.paste(QStringLiteral("раз "));
+    read();
+    readAndSettle();
+    m_line.paste(QStringLiteral("два "));
+    m_line.paste(QStringLiteral("три "));
+    read();
+    m_loop.advance(499ms);
+    EXPECT_EQ(m_system.chords, 2);
+    m_loop.advance(1ms);
+    EXPECT_EQ(m_system.chords, 3);
+}
+
+TEST_F(PasteLineTest, NoPingsAndAnAnswerIsNotFetched_NextPieceWaits) {
+    m_line.paste(QStringLiteral("раз "));
+    readAndSettle(); // it shows what it has fetched
+    m_line.paste(QStringLiteral("два "));
+    m_line.paste(QStringLiteral("три "));
+    m_line.answered(editor.client, m_system.number, true);
+    m_loop.advance(1499ms);
+    EXPECT_EQ(m_system.chords, 2);
+    m_loop.advance(1ms);
+    EXPECT_EQ(m_system.chords, 3);
 }
 
 TEST_F(PasteLineTest, NeverFetchesVisibly_IsThroughAllTheSame) {
@@ -512,6 +573,17 @@ TEST_F(PasteLineTest, UserCopiesBetweenPieces_TheCopyIsPutBack) {
     EXPECT_TRUE(m_system.isOurs);
 }
 
+TEST_F(PasteLineTest, UserCopiesBetweenPiecesAndItsOwnerIsSlow_NextPieceWaitsForIt) {
+    borrowForAPiece();
+    m_system.answersAtOnce = false;
+    m_system.copyElsewhere(text("новое"));
+    m_line.paste(QStringLiteral("два "));
+    m_loop.advance(149ms);
+    EXPECT_EQ(m_system.chords, 1);
+    m_loop.advance(1ms);
+    EXPECT_EQ(m_system.chords, 2);
+}
+
 TEST_F(PasteLineTest, UserCopiesBeforeTheFirstPieceIsUp_TheCopyIsPutBack) {
     m_system.answersAtOnce = false;
     beginWithClipboard(text("прежнее"));
@@ -586,6 +658,15 @@ TEST_F(PasteLineTest, UserCopiesFromTheHistoryMeanwhile_ThatStays) {
     EXPECT_EQ(m_system.clipboard, text("раз "));
 }
 
+TEST_F(PasteLineTest, WhatWasPutBack_IsForgotten) {
+    borrowForAPiece();
+    m_line.putBack(kept);
+    m_line.beginText();
+    m_line.paste(QStringLiteral("два "));
+    m_loop.advance(1s); // nobody reads
+    EXPECT_EQ(m_system.clipboard, ClipboardContents::ofPiece("два ")) << "nothing is there to be given back";
+}
+
 TEST_F(PasteLineTest, PutBackOfWhatWasNeverKept_DoesNothing) {
     m_system.copyElsewhere(text("прежнее"));
     m_line.putBack(Pasteboard::Saved(7));
@@ -601,6 +682,19 @@ TEST_F(PasteLineTest, ChordAlone_IsPostedForWhatIsThere) {
 }
 
 // ------------------------------------------------------------------------------------- the program ends
+
+TEST_F(PasteLineTest, EverythingIsDone_IsToldThenAndNotBefore) {
+    int idle = 0;
+    m_line.onIdle([&] {
+        EXPECT_TRUE(m_line.isIdle());
+        ++idle;
+    });
+    m_line.paste(QStringLiteral("раз "));
+    read();
+    EXPECT_EQ(idle, 0);
+    m_loop.advance(500ms);
+    EXPECT_EQ(idle, 1);
+}
 
 TEST_F(PasteLineTest, EndsBeforeThePutBack_LeavesTheUsersClipboard) {
     borrowForAPiece();
@@ -622,6 +716,8 @@ TEST_F(PasteLineTest, EndsWithAnotherProgramsCopy_LeavesIt) {
 }
 
 TEST_F(PasteLineTest, EndsWithATextForTheUser_LeavesIt) {
+    borrowForAPiece();
+    m_line.putBack(kept);
     m_line.write(QStringLiteral("из истории"));
     EXPECT_EQ(m_line.whatToLeave(), text("из истории"));
 }
