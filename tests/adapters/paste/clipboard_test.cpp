@@ -1,7 +1,7 @@
 #include "clipboard_manager.h"
+#include "copying_client.h"
 #include "paste_desktop.h"
 #include "platform/linux/start_clipboard_keeper.h"
-#include "platform/linux/x11_selection_owner.h"
 #include "support/desktop/wait_until.h"
 
 #include <QProcess>
@@ -144,25 +144,18 @@ TEST_F(Clipboard, KeptMoreThanTheBound_TextComesBackWithoutTheRest) {
 
 // The owner lives on this thread: it could not answer if this waited for it.
 TEST_F(Clipboard, OwnerAnswersOnlyAfterwards_MainThreadHasNotWaited) {
-    X11Connection x;
-    X11SelectionTransfers transfers(x, m_loop);
-    X11SelectionOwner owner(x, transfers, "CLIPBOARD");
-    ASSERT_NE(owner.offer(ClipboardContents::ofText("чужое")), 0U);
+    CopyingClient client(ClipboardContents::ofText("чужое"));
+    ASSERT_TRUE(client.clipboard().owns());
     bool wasAsked = false;
-    owner.onAnswered([&](const X11SelectionOwner::Question&) { wasAsked = true; });
+    client.clipboard().onAnswered([&](const X11SelectionOwner::Question&) { wasAsked = true; });
     FocusedWindow target(FocusedWindow::Kind::Pasting);
     ASSERT_TRUE(target.takeFocus());
     const auto kept = m_queue->save();
     paste(QStringLiteral("кусок"));
     EXPECT_FALSE(wasAsked);
     m_queue->putBack(kept);
-    x.listen([&] {
-        while (const XcbEvent event = x.nextEvent()) {
-            owner.handle(*event);
-            transfers.handle(*event);
-        }
-    });
-    EXPECT_TRUE(waitUntil([&] { return wasAsked && !owner.isOwnerNow(); }));
+    client.listen();
+    EXPECT_TRUE(waitUntil([&] { return wasAsked && !client.clipboard().isOwnerNow(); }));
     EXPECT_TRUE(waitForClipboard(QStringLiteral("чужое")));
 }
 
