@@ -124,6 +124,21 @@ TEST_F(PasteLineTest, FocusMovesWhilePiecesWait_TheyGoNowhereAndAreReported) {
     EXPECT_EQ(m_system.clipboard, text("прежнее"));
 }
 
+TEST_F(PasteLineTest, LineOfOneWindowEnds_PiecesOfTheNextStillArrive) {
+    beginWithClipboard(text("прежнее"));
+    m_line.paste(QStringLiteral("раз "));
+    m_line.paste(QStringLiteral("два "));
+    m_system.focus = other;
+    m_line.paste(QStringLiteral("три "));
+    m_line.putBack(kept);
+    readAndSettle();
+    EXPECT_EQ(m_undelivered, QStringList{QStringLiteral("два ")});
+    EXPECT_EQ(m_system.pasted, (QStringList{QStringLiteral("раз "), QStringLiteral("три ")}));
+    EXPECT_EQ(m_system.clipboard, ClipboardContents::ofPiece("три ")) << "not given back in between";
+    readAndSettle(other.client);
+    EXPECT_EQ(m_system.clipboard, text("прежнее"));
+}
+
 TEST_F(PasteLineTest, FocusMovesAtTheLastMoment_NoKeyIsPosted) {
     beginWithClipboard(text("прежнее"));
     m_system.beforeChord = [this] { m_system.focus = other; };
