@@ -282,7 +282,7 @@ void PasteLine::answered(quint64 client, quint64 number, bool forText) {
     paste.lastAnswer = now;
     paste.pongs = 0;
     if (forText)
-        ++paste.reads;
+        paste.hasRead = true;
     settle();
 }
 
@@ -315,7 +315,7 @@ void PasteLine::ponged(quint64 window) {
 // asks more. Each ping also wakes a program that has missed our answer.
 void PasteLine::settle() {
     const Running& paste = *m_running;
-    if (paste.reads == 0 || m_loop.now() - paste.since > settlePatience)
+    if (!paste.hasRead || m_loop.now() - paste.since > settlePatience)
         return;
     const bool pings = hasPings(paste.target);
     const auto patience = m_pongs.contains(paste.target.window) ? busyPatience : firstPongPatience;
@@ -357,7 +357,7 @@ void PasteLine::expire() {
     const Running paste = *std::exchange(m_running, std::nullopt);
     if (paste.isPinged && !m_pongs.contains(paste.target.window))
         m_pongs[paste.target.window] = false;
-    if (paste.reads == 0) {
+    if (!paste.hasRead) {
         giveUp(paste.target, paste.text);
     } else {
         m_reading.insert(paste.target.window);

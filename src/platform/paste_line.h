@@ -80,10 +80,10 @@ private:
         PasteTarget target;
         QString text;
         quint64 number = 0;
-        int answers = 0; // to the target, of any kind
-        int reads = 0;   // of them, those with the text
-        int taken = 0;   // of the answers, those that it has fetched
-        int pongs = 0;   // since its last question
+        int answers = 0;      // to the target, of any kind
+        int taken = 0;        // of the answers, those that it has fetched
+        bool hasRead = false; // one of them was the text
+        int pongs = 0;        // since its last question
         bool isPinged = false;
         int answersBeforePing = 0;
         MainLoop::TimePoint since = {};

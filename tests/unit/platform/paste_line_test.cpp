@@ -355,6 +355,20 @@ TEST_F(PasteLineTest, AnswersPingsOnlyAfterAll_IsPingedAgain) {
     EXPECT_EQ(m_system.pings, 2);
 }
 
+TEST_F(PasteLineTest, HasAnsweredPingsAndIsFrozenForLong_IsPingedAgain) {
+    learnOneRead();
+    m_line.paste(QStringLiteral("раз "));
+    read();
+    m_loop.advance(2s);
+    ASSERT_TRUE(m_line.isIdle());
+    const int before = m_system.pings;
+    m_line.paste(QStringLiteral("два "));
+    read();
+    m_loop.advance(100ms);
+    EXPECT_FALSE(m_line.isIdle());
+    EXPECT_EQ(m_system.pings, before + 1);
+}
+
 TEST_F(PasteLineTest, FewerQuestionsThanUsual_WaitsForMorePongs) {
     learnOneRead();
     m_line.paste(QStringLiteral("раз "));
@@ -454,6 +468,7 @@ TEST_F(PasteLineTest, NoPingsAndAnAnswerIsNotFetched_NextPieceWaits) {
     readAndSettle(); // it shows what it has fetched
     m_line.paste(QStringLiteral("два "));
     m_line.paste(QStringLiteral("три "));
+    m_loop.advance(400ms);
     m_line.answered(editor.client, m_system.number, true);
     m_loop.advance(1499ms);
     EXPECT_EQ(m_system.chords, 2);
