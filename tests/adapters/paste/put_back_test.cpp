@@ -148,7 +148,7 @@ TEST_F(PutBack, UserTurnsToAnotherWindow_NothingMeantForTheFirstGetsThere) {
     m_queue->putBack(kept);
 
     ASSERT_TRUE(waitForClipboard(before));
-    EXPECT_EQ((first.text() + m_undelivered.join(QString())).toStdString(), all.toStdString());
+    EXPECT_TRUE(waitUntil([&] { return first.text() + m_undelivered.join(QString()) == all; }));
     EXPECT_EQ(second.text(), QString());
 }
 
@@ -166,7 +166,7 @@ TEST_F(PutBack, WindowCloses_RestGoesNowhereAndIsTold) {
     m_queue->putBack(kept);
 
     ASSERT_TRUE(waitForClipboard(before));
-    EXPECT_EQ((window.text() + m_undelivered.join(QString())).toStdString(), all.toStdString());
+    EXPECT_TRUE(waitUntil([&] { return window.text() + m_undelivered.join(QString()) == all; }));
     EXPECT_EQ(below.text(), QString());
 }
 
