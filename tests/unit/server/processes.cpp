@@ -1,12 +1,16 @@
 #include "processes.h"
 
+#include "speech/decoder_child.h"
+
 #include <gmock/gmock.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
+#include <string>
 #include <thread>
 
 namespace velmora::server {
@@ -41,10 +45,21 @@ bool isRunning(pid_t process) {
     return !state.empty() && state.front() != 'Z' && state.front() != 'X';
 }
 
+namespace {
+
+bool hasArgument(pid_t process, const std::string& argument) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/cmdline");
+    const std::string line{std::istreambuf_iterator<char>(file), {}};
+    return line.find(argument) != std::string::npos;
+}
+
+} // namespace
+
 pid_t waitForChild() {
     const auto deadline = std::chrono::steady_clock::now() + patience;
     while (std::chrono::steady_clock::now() < deadline) {
-        if (const auto all = children(); !all.empty()) {
+        // Not before it has become the other program: until then our own thread waits for it.
+        if (const auto all = children(); !all.empty() && hasArgument(all.front(), decodeArgument)) {
             return all.front();
         }
     }
