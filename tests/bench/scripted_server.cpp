@@ -119,7 +119,7 @@ void ScriptedServer::answer(int connection, Exchange exchange) {
     }
     sendAll(connection, "HTTP/1.1 200 OK\r\nContent-Type: text/event-stream\r\nConnection: close\r\n\r\n");
     for (const Step& step : script) {
-        std::this_thread::sleep_for(step.pause);
+        std::this_thread::sleep_for(step.pause); // the pace that the script asks for
         exchange.sent.push_back(Clock::now());
         sendAll(connection, step.bytes);
     }

@@ -132,7 +132,7 @@ Watch::Watch(std::string server, Tokens tokens)
         while (!stop.stop_requested()) {
             ask(
                 m_answers, [&] { return client.sendAs(tokens, "GET", "/v1/auth/me"); }, isOk);
-            std::this_thread::sleep_for(watchPause);
+            std::this_thread::sleep_for(watchPause); // the pace at which it asks
         }
     }) {}
 
@@ -165,7 +165,7 @@ SlowUploads::SlowUploads(const std::string& server, const std::vector<Tokens>& t
                     ++m_lost["reset"];
                 }
             }
-            std::this_thread::sleep_for(dripPause);
+            std::this_thread::sleep_for(dripPause); // the pace of a slow uploader
         }
     });
 }
